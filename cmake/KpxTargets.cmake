@@ -1,0 +1,32 @@
+# What every target of ours has in common: warnings are errors, includes start at src/.
+add_library(kpx_options INTERFACE)
+target_compile_options(kpx_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                                             -Werror)
+target_include_directories(kpx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(KPX_SANITIZE)
+  target_compile_options(kpx_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                               -fno-omit-frame-pointer)
+  target_link_options(kpx_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# kpx_library(NAME [LINKS …]): the static library kpx_NAME of all sources in the current folder.
+function(kpx_library name)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_library(kpx_${name} STATIC ${sources})
+  set_target_properties(kpx_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(kpx_${name} PUBLIC kpx_options ${ARG_LINKS})
+endfunction()
+
+# kpx_test(NAME [LINKS …]): the GoogleTest program test_NAME of all sources in the current folder.
+function(kpx_test name)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR})
+  target_link_libraries(test_${name} PRIVATE kpx_options GTest::gtest_main GTest::gmock ${ARG_LINKS})
+  add_test(NAME ${name} COMMAND test_${name})
+endfunction()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/Collation.h"
+#include "core/Record.h"
+
+#include <string>
+#include <vector>
+
+namespace kpx {
+
+/// One level of an ordering: the key (a column identifier for table rows), the direction and how texts
+/// compare. Dates and numbers compare by value whatever the comparison.
+struct SortDescriptor {
+    std::string key;
+    bool ascending = true;
+    Comparison comparison = Comparison::LocalizedCaseInsensitive;
+    bool operator==(const SortDescriptor&) const = default;
+};
+
+/// Sorts in place by the descriptors in their order of precedence; records that compare equal keep
+/// their order. A record without a value comes before those that have one (after them when descending).
+void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& descriptors, const Environment& environment);
+
+/// The order in which sortByDescriptors() would put the records: position → index of the record.
+std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
+                                     const Environment& environment);
+
+/// The three-key sort of the reports and the refill schedule. A level whose key is empty takes no part.
+void doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
+                     const SortDescriptor& third, const Environment& environment);
+
+}  // namespace kpx
