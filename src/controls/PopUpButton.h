@@ -1,0 +1,48 @@
+#pragma once
+
+#include "controls/Control.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kpx {
+
+/// A pop-up menu that shows its selected item. A separator is an item and has an index; it cannot be
+/// chosen by the user.
+class PopUpButton : public Control {
+public:
+    using Control::Control;
+
+    /// Null is a separator.
+    using Item = std::optional<std::string>;
+    const std::vector<Item>& items() const { return m_items; }
+    int numberOfItems() const { return static_cast<int>(m_items.size()); }
+
+    /// −1 when nothing is selected.
+    int indexOfSelectedItem() const { return m_selected; }
+    /// Empty when nothing is selected.
+    Item titleOfSelectedItem() const;
+    bool isLastItemSelected() const { return !m_items.empty() && m_selected == numberOfItems() - 1; }
+
+    /// Replaces all items; nothing is selected then.
+    void setItems(std::vector<Item> items);
+    /// Removes the first item of that title; removing the selected item leaves nothing selected.
+    void removeItemWithTitle(const std::string& title);
+    /// An index that does not exist leaves nothing selected.
+    void selectItemAtIndex(int index);
+    /// A title that the menu does not have leaves nothing selected.
+    void selectItemWithTitle(const std::string& title);
+    void selectLastItem() { selectItemAtIndex(numberOfItems() - 1); }
+
+    /// The user picks an item, perhaps the one already selected; runs the action. Ignored for a
+    /// separator and for an index that does not exist.
+    void userChoose(int index);
+    std::function<void()> action;
+
+private:
+    std::vector<Item> m_items;
+    int m_selected = -1;
+};
+
+}  // namespace kpx
