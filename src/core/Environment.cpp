@@ -2,8 +2,6 @@
 
 #include "core/RegionServices.h"
 
-#include <unicode/uversion.h>
-
 #include <algorithm>
 
 namespace kpx {

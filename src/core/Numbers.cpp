@@ -213,7 +213,6 @@ std::optional<double> rowCostFromStoredText(std::string_view text) {
     const bool plain = std::ranges::all_of(unsignedText, [](char c) { return isDigit(c) || c == '.'; }) &&
                        std::ranges::count(unsignedText, '.') <= 1 && std::ranges::any_of(unsignedText, isDigit);
     if (plain) {
-        // A text such as "." followed by nothing is no number, "5." is: leadingNumber() reads both so.
         return leadingNumber(text);
     }
     static const std::unique_ptr<icu::NumberFormat> format = [] {
