@@ -2,6 +2,7 @@
 
 #include "core/Environment.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

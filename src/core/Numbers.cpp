@@ -46,7 +46,8 @@ bool isTooLarge(std::string_view number) {
     bool significant = false;
     bool fraction = false;
     std::size_t position = 0;
-    for (; position < number.size() && (isDigit(number[position]) || (number[position] == '.' && !fraction)); ++position) {
+    for (; position < number.size() && (isDigit(number[position]) || (number[position] == '.' && !fraction));
+         ++position) {
         const char character = number[position];
         if (character == '.') {
             fraction = true;

@@ -5,8 +5,8 @@
 
 #include <unicode/calendar.h>
 #include <unicode/coll.h>
-#include <unicode/decimfmt.h>
 #include <unicode/dcfmtsym.h>
+#include <unicode/decimfmt.h>
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
