@@ -28,6 +28,10 @@ public:
 
 private:
     struct Comparison;
+    class Parser;
+
+    Predicate() = default;
+
     std::shared_ptr<const std::vector<Comparison>> m_comparisons;
 };
 
