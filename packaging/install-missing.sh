@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# install-missing.sh PURPOSE…   installs the Debian packages that dependencies.txt lists for these purposes
+# and that are not there yet. Asks the package manager for nothing when all are there.
+set -euo pipefail
+
+list="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/dependencies.txt"
+
+wanted=()
+for purpose in "$@"; do
+    mapfile -t packages < <(awk -v purpose="$purpose" '$1 == purpose { for (i = 2; i <= NF; ++i) print $i }' "$list")
+    if [[ ${#packages[@]} -eq 0 ]]; then
+        echo "install-missing.sh: dependencies.txt has no purpose '$purpose'" >&2
+        exit 2
+    fi
+    wanted+=("${packages[@]}")
+done
+[[ ${#wanted[@]} -gt 0 ]] || exit 0
+
+if ! command -v dpkg-query >/dev/null; then
+    echo "Not a Debian system: please see to it that these (or their likes) are installed: ${wanted[*]}" >&2
+    exit 0
+fi
+
+# dpkg-query fails when it does not know one of the packages; what it does know is printed all the same.
+installed=" $(dpkg-query -W -f='${db:Status-Status} ${Package} ' "${wanted[@]}" 2>/dev/null || true)"
+missing=()
+for package in "${wanted[@]}"; do
+    [[ $installed == *" installed $package "* ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -gt 0 ]] || exit 0
+
+as_root=()
+if [[ $EUID -ne 0 ]]; then
+    if ! command -v sudo >/dev/null; then
+        echo "Please have these packages installed, then start again: apt-get install ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+
+echo "Installing ${missing[*]}"
+apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Acquire::Retries=3)
+"${apt[@]}" update </dev/null
+"${apt[@]}" install --yes --no-install-recommends "${missing[@]}" </dev/null

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Builds Velmora and opens it on the household's own data folder. Without a display it takes the tour
+# instead: the real window on a virtual display, with made-up data in a throw-away folder, its pictures
+# left in build/tour/.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+# build_release TARGET
+build_release() {
+    cmake --preset release >build/configure-release.log || { cat build/configure-release.log >&2; return 1; }
+    cmake --build --preset release --target "$1"
+}
+
+open_window() {
+    local purposes=(build window)
+    [[ -n ${DISPLAY:-} ]] || purposes+=(wayland)
+    packaging/install-missing.sh "${purposes[@]}"
+    build_release velmora
+    exec build/release/bin/velmora "$@"
+}
+
+take_tour() {
+    echo "There is no display here, so this takes the tour on a virtual one."
+    packaging/install-missing.sh build window display
+    build_release velmora_tour
+
+    throw_away="$(mktemp -d)"
+    trap 'rm -rf "$throw_away"' EXIT
+    mkdir -m 700 "$throw_away"/{home,data,config,cache,state,runtime}
+    rm -rf build/tour
+    mkdir -p build/tour
+
+    env HOME="$throw_away/home" XDG_DATA_HOME="$throw_away/data" XDG_CONFIG_HOME="$throw_away/config" \
+        XDG_CACHE_HOME="$throw_away/cache" XDG_STATE_HOME="$throw_away/state" \
+        XDG_RUNTIME_DIR="$throw_away/runtime" \
+        tests/ui/with-display.sh build/release/bin/velmora_tour build/tour </dev/null
+
+    echo "The tour is over. It left in build/tour/:"
+    find build/tour -type f -printf '  %P\n' | sort
+}
+
+mkdir -p build
+if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
+    open_window "$@"
+else
+    take_tour
+fi

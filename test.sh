@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Checks everything, from the layout of the sources to real windows on a virtual display, and ends with a
+# line "N passed, N failed". Goes on after a failure; ends with 1 if there was one.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+fuzz_seconds=20
+jobs="$(nproc)"
+passed=0
+failed=0
+failures=()
+
+# The outcome must not hang on who runs this: a neutral region, a throw-away home, no desktop.
+throw_away="$(mktemp -d)"
+trap 'rm -rf "$throw_away"' EXIT
+mkdir -m 700 "$throw_away"/{home,data,config,cache,state,runtime}
+unset DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANG LANGUAGE
+export CCACHE_DIR="${CCACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ccache}" CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+export LC_ALL=C.UTF-8 TZ=UTC HOME="$throw_away/home"
+export XDG_DATA_HOME="$throw_away/data" XDG_CONFIG_HOME="$throw_away/config" XDG_CACHE_HOME="$throw_away/cache"
+export XDG_STATE_HOME="$throw_away/state" XDG_RUNTIME_DIR="$throw_away/runtime"
+export ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1
+
+heading() {
+    printf '\n== %s (%s s)\n' "$1" "$SECONDS"
+}
+
+# count NAME COMMAND…   one check: passed when the command ends with 0
+count() {
+    local name="$1"
+    shift
+    if "$@"; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        failures+=("$name")
+    fi
+}
+
+# build PRESET   counts only a failure
+build() {
+    local log="build/configure-$1.log"
+    if ! cmake --preset "$1" >"$log" 2>&1; then
+        cat "$log"
+    elif cmake --build --preset "$1" --parallel "$jobs"; then
+        return 0
+    fi
+    failed=$((failed + 1))
+    failures+=("build of $1")
+    return 1
+}
+
+# run_ctest PRESET   counts each test that ctest ran
+run_ctest() {
+    local log="build/ctest-$1.log" summary total lost names
+    ctest --preset "$1" --parallel "$jobs" --timeout 300 --no-tests=error 2>&1 | tee "$log" || true
+    summary="$(grep -E '^[0-9]+% tests passed, [0-9]+ tests failed out of [0-9]+' "$log" || true)"
+    if [[ -z $summary ]]; then
+        failed=$((failed + 1))
+        failures+=("ctest of $1")
+        return
+    fi
+    read -r _ _ _ lost _ _ _ _ total <<<"${summary/,/}"
+    # A skipped or disabled test has proved nothing, so it counts as failed.
+    mapfile -t names < <(sed -nE 's/^\s+[0-9]+ - (.*) \((.*)\)$/\1 (\2)/p' "$log")
+    lost="${#names[@]}"
+    passed=$((passed + total - lost))
+    failed=$((failed + lost))
+    failures+=("${names[@]/#/$1: }")
+}
+
+check_format() {
+    git ls-files -z --cached --others --exclude-standard -- '*.cpp' '*.h' |
+        xargs -0 -r clang-format --dry-run -Werror
+}
+
+check_lint() {
+    git ls-files -z --cached --others --exclude-standard -- 'src/*.cpp' |
+        xargs -0 -r -n 4 -P "$jobs" clang-tidy --quiet -p build/dev
+}
+
+# fuzz TARGET   the corpus in the repository is read, new inputs go to a throw-away folder
+fuzz() {
+    local target="$1" name log
+    name="$(basename "$target")"
+    log="build/$name.log"
+    mkdir -p "$throw_away/$name"
+    if "$target" -seed=1 -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+        -artifact_prefix="build/$name-" "$throw_away/$name" "fuzz/corpus/${name#fuzz_}" >"$log" 2>&1; then
+        echo "$name: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") inputs"
+    else
+        tail -n 40 "$log"
+        return 1
+    fi
+}
+
+fuzz_all() {
+    local targets=(build/fuzz/bin/fuzz_*) running=() names=() index
+    while [[ ${#targets[@]} -gt 0 ]]; do
+        running=() names=()
+        for target in "${targets[@]:0:jobs}"; do
+            fuzz "$target" &
+            running+=("$!") names+=("$(basename "$target")")
+        done
+        targets=("${targets[@]:jobs}")
+        for index in "${!running[@]}"; do
+            count "${names[index]}" wait "${running[index]}"
+        done
+    done
+}
+
+mkdir -p build
+
+heading "Packages"
+packaging/install-missing.sh build window display parts check fuzz bench
+heading "Arrows and files"
+count "arrows" tests/architecture/check_arrows.py
+count "files" tests/architecture/check_files.py
+heading "Layout of the sources"
+count "clang-format" check_format
+heading "Logic and scenarios, under the sanitizers"
+if build asan; then run_ctest asan; fi
+heading "Everything, with real windows"
+if build dev; then run_ctest dev; fi
+heading "Lint"
+count "clang-tidy" check_lint
+heading "Fuzzing"
+if build fuzz; then fuzz_all; fi
+
+heading "Outcome"
+[[ ${#failures[@]} -eq 0 ]] || printf 'failed: %s\n' "${failures[@]}"
+echo "$passed passed, $failed failed"
+[[ $failed -eq 0 ]]
