@@ -32,7 +32,9 @@ icu::Locale localeFromName(std::string_view name) {
         base += "@" + std::string(modifier);
     }
     const icu::Locale locale = icu::Locale::createCanonical(base.c_str());
-    const bool usable = !locale.isBogus() && *locale.getLanguage() != '\0';
+    const std::string_view language = locale.getLanguage();
+    const bool usable = !locale.isBogus() && !language.empty() &&
+                        std::ranges::all_of(language, [](char c) { return c >= 'a' && c <= 'z'; });
     return usable ? locale : icu::Locale::getUS();
 }
 
