@@ -26,7 +26,8 @@ inline constexpr std::string_view drugFile = "DrugFileForKPX";
 /// | missing, or unreadable                            | an empty array         |
 /// | a property list whose root is an array of records | its records, in order  |
 /// | anything else, also zero bytes                    | null: damaged          |
-[[nodiscard]] std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder, std::string_view fileName);
+[[nodiscard]] std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder,
+                                                           std::string_view fileName);
 
 /// Writes the whole array in place of the file, atomically and durably: a reader, or a start after a
 /// crash, sees the old file or the new one, whole. The file's mode is 0600. A symbolic link is followed,

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/Record.h"
+
+#include <optional>
+#include <string_view>
+
+namespace kpx {
+
+// The contents of an XML property list's elements. Blanks around them do not count; null when the text
+// is not wholly a value of its kind.
+
+/// Decimal, or hexadecimal after 0x; a sign may stand before either. Whatever a Value holds.
+std::optional<Value> integerFromXml(std::string_view text);
+
+/// A decimal number with "." and an exponent, nan, inf or infinity. Null when it does not fit a double.
+std::optional<double> realFromXml(std::string_view text);
+
+/// "2024-03-31T08:15:00Z", of the Gregorian calendar also before its introduction.
+std::optional<Date> dateFromXml(std::string_view text);
+
+/// Base64 with blanks and line ends anywhere.
+std::optional<Data> dataFromXml(std::string_view text);
+
+/// Only blanks and line ends.
+bool isBlank(std::string_view text);
+
+}  // namespace kpx
