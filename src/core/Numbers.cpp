@@ -123,7 +123,7 @@ void roundHalfEven(Decimal& decimal, int fractionDigits) {
         decimal.digits.pop_back();
     }
     if (decimal.digits.empty()) {
-        decimal.digits = "1";
+        decimal.digits.assign(1, '1');
         ++decimal.point;
     } else {
         ++decimal.digits.back();

@@ -130,7 +130,12 @@ TEST(Collation, RanksAgreeWithComparing) {
         texts.push_back(text);
         texts.push_back(text);
     }
+    for (std::size_t zeros = 0; zeros < 20; zeros += 3) {
+        texts.push_back("ab" + std::string(zeros, '\0'));
+        texts.push_back("a common beginning" + std::string(zeros, 'x'));
+    }
     texts.push_back(std::string(5000, 'x'));
+    texts.push_back(std::string(5000, 'x') + "y");
     texts.push_back(std::string(5000, 'X'));
     for (const char* locale : {"en_US", "de_DE", "th_TH"}) {
         const Environment environment = environmentFor(locale);
