@@ -308,6 +308,13 @@ int daysInMonth(Date date, const Environment& environment) {
     return days;
 }
 
+Date dateAtTimeOfDay(Date day, int hour, int minute, int second, const Environment& environment) {
+    const std::unique_ptr<icu::Calendar> calendar(environment.region.services().gregorianAt(day).clone());
+    calendar->setSkippedWallTimeOption(UCAL_WALLTIME_LAST);
+    setTimeOfDay(*calendar, hour, minute, second, 0);
+    return currentDate(*calendar);
+}
+
 bool isThisDate(Date date, Date secondDate, const Environment& environment) {
     return dayNumber(date, environment) == dayNumber(secondDate, environment);
 }

@@ -76,6 +76,9 @@ std::optional<std::string> monthNameFromNumber(int number, const Environment& en
 /// Sunday is 0, deliberately not 1; `notFound` for a name that is no weekday.
 std::int64_t dayNumberFromName(std::string_view name, const Environment& environment);
 int daysInMonth(Date date, const Environment& environment);
+/// That calendar day of the Gregorian calendar at the given time of day; where a clock change skips it, as
+/// much later as the clock jumped.
+Date dateAtTimeOfDay(Date day, int hour, int minute, int second, const Environment& environment);
 /// Whether both lie on one calendar day.
 bool isThisDate(Date date, Date secondDate, const Environment& environment);
 

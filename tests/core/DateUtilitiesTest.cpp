@@ -395,6 +395,31 @@ TEST(DateUtilities, DaysInMonth) {
     EXPECT_EQ(daysInMonth(universal(2024, 2, 10), environmentFor("th_TH")), 29);
 }
 
+TEST(DateUtilities, TimeOfDay) {
+    struct Row {
+        std::string timeZone;
+        Date day;
+        int hour;
+        int minute;
+        Date moment;
+    };
+    const std::vector<Row> rows = {
+        {"UTC", universal(2024, 3, 5, 23, 59), 8, 0, universal(2024, 3, 5, 8)},
+        {"Asia/Tokyo", universal(2024, 3, 5, 15), 8, 0, universal(2024, 3, 5, 23)},
+        {"America/New_York", universal(2024, 3, 10, 5), 8, 0, universal(2024, 3, 10, 12)},
+        {"America/New_York", universal(2024, 3, 10, 5), 2, 30, universal(2024, 3, 10, 7, 30)},  // 03:30
+        {"America/Santiago", universal(2024, 9, 8, 4), 0, 0, universal(2024, 9, 8, 4)},         // 01:00
+        {"America/Havana", universal(2024, 11, 3, 12), 0, 15, universal(2024, 11, 3, 4, 15)},   // the first
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.timeZone);
+        for (const char* locale : {"en_US", "th_TH"}) {
+            const Environment environment = environmentFor(locale, row.timeZone);
+            EXPECT_EQ(dateAtTimeOfDay(row.day, row.hour, row.minute, 0, environment), row.moment);
+        }
+    }
+}
+
 TEST(DateUtilities, SameDay) {
     const Environment environment = environmentFor("en_US", "America/New_York");
     EXPECT_TRUE(isThisDate(universal(2024, 3, 5, 13), universal(2024, 3, 6, 3), environment));  // 08:00 and 22:00
