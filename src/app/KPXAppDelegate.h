@@ -1,14 +1,14 @@
 #pragma once
 
+#include "app/ListSheet.h"
 #include "app/Outlets.h"
 #include "app/Ports.h"
 #include "controls/Alert.h"
 #include "core/LocalizedStrings.h"
-#include "core/PopUpTitles.h"
 #include "core/Record.h"
 #include "history/InputFields.h"
-#include "lists/ListKind.h"
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -198,11 +198,14 @@ public:
     void showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile);
     void displaySheet(Sheet& sheet);
     void doAddFromSheet(const Button& sender);
-    void changeBtnOnSheetPressed(const Button& sender);
+    void changeBtnOnSheetPressed(Button& sender);
     void doDeleteDriver(Button& sender);
     bool doDeleteFromSheet(Button& sender, bool originFromChangeRequest);
     void sheetCloseBtnPressed(const Button& sender);
+    /// True when refused: the user has been told.
+    bool addToList(ListSheet& list);
     void respondToTableViewDblClickDriver(const TableView& tableView);
+    void respondToTVDblClickOnSheet(ListSheet& list);
     void cleanOneSheet(const Sheet& sheet, int endTag);
     void fillSheetFromDictInTV(const Record& record, const std::vector<std::string>& withKeys, const Sheet& sheet, int maxTag);
 
@@ -243,11 +246,28 @@ private:
     /// What every change of the history ends with on tab 1: the rows anew, in file order, and their count.
     void rebuildHistoryTable(const std::optional<Records>& history);
     void refreshPatientPopUpForShowTab1();
+    /// Switches what a tab shows of its filter; any other tab has none.
+    void gateShowControls(int tab, bool enable);
     EntryForm entryForm() const;
+    const Control& controlOfFormField(FormField field) const;
+    /// The receipt of a tab-1 row becomes the form's; a row without one clears it.
+    void restoreReceipt(const Record& row);
+    /// The stored record that the selected tab-1 row came from; none when no row is selected.
     std::optional<Record> selectedRecordForSearching() const;
+
+    /// The tab-2 row under the last click; null when there is none.
+    const Record* clickedScheduleRow() const;
+
+    // The list that a control belongs to; null when it belongs to none.
+    const ListKind* listOfPopUp(const PopUpButton& popUp) const;
+    const ListSheet* sheetOfTable(const TableView& tableView) const;
+    ListSheet* sheetOfAddButton(const Button& button);
+    ListSheet* sheetOfChangeButton(const Button& button);
+    ListSheet* sheetOfDeleteButton(const Button& button);
 
     Ports m_ports;
     LocalizedStrings m_strings;
+    std::array<ListSheet, 4> m_listSheets;
     std::optional<std::filesystem::path> m_imageFilePathURL;
 };
 

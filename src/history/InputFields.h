@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Environment.h"
+#include "core/LocalizedStrings.h"
 #include "core/Record.h"
 
 #include <cstdint>
@@ -11,7 +12,7 @@ namespace kpx {
 
 /// What the form of tab 1 shows at the moment the user presses Add or Change.
 struct EntryForm {
-    // The names, none while a pop-up stands on its last item (no name) or on nothing.
+    // The names; none while a pop-up stands on its last item (no name) or on nothing.
     std::optional<std::string> patient, pharmacy, drug, prescriber;
     std::string rxNumber, daysSupply, cost, initialRefills, note;
     Date dispenseDate, expirationDate;
@@ -28,5 +29,19 @@ struct InputArray {
     std::int64_t initialRefills = 0;
     std::int64_t refillsRemaining = 0;
 };
+
+enum class FormField { Patient, Pharmacy, Drug, Prescriber, RxNumber, DaysSupply, DispenseDate, ExpirationDate };
+
+/// A refused form: what to say and which control to go to.
+struct InputRefusal {
+    std::string title;
+    std::string message;
+    FormField focus = FormField::Patient;
+};
+
+/// Runs every check over the form. When several fail the last one is reported, deliberately: the later
+/// fields are the ones just typed. Otherwise fills `input` (all but the refills remaining).
+std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input, const Environment& environment,
+                                                const LocalizedStrings& localized);
 
 }  // namespace kpx

@@ -1,0 +1,188 @@
+#include "app/KPXAppDelegate.h"
+#include "core/DataFiles.h"
+#include "core/Keys.h"
+#include "core/Numbers.h"
+#include "history/ChangeAndDelete.h"
+#include "history/HistoryRecord.h"
+#include "receipts/Bookmark.h"
+
+namespace kpx {
+
+namespace {
+
+/// A row's value as the text a field shows; empty when the row lacks it.
+std::string shownText(const Record& row, std::string_view column) {
+    const Value* value = row.find(column);
+    if (!value) {
+        return {};
+    }
+    const Text* text = value->as<Text>();
+    return text ? text->string() : std::to_string(integerValue(*value));
+}
+
+/// Selects by title; a row without the value, or with one that the pop-up lacks, leaves no selection.
+void selectTitle(PopUpButton& popUp, const Record& row, std::string_view column) {
+    popUp.selectItemWithTitle(shownText(row, column));
+}
+
+}  // namespace
+
+void KPXAppDelegate::respondToTableViewDblClickTab1() {
+    const int clicked = outlets.tableViewTab1.clickedRow();
+    if (clicked < 0 || clicked >= static_cast<int>(maintArrayForTVTab1.size())) {
+        return;
+    }
+    const Record row = maintArrayForTVTab1[static_cast<std::size_t>(clicked)];
+    selectTitle(outlets.patientPopTab1, row, "patient");
+    selectTitle(outlets.pharmacyPopTab1, row, "pharmacy");
+    selectTitle(outlets.drugPopTab1, row, "drugname");
+    selectTitle(outlets.prescriberPopTab1, row, "prescriber");
+    outlets.rxNumberTab1.setText(shownText(row, "scriptnum"));
+    outlets.initialRefillsTab1.setText(shownText(row, "refills"));
+    outlets.remainingRefillsTab1.setText(shownText(row, "remainingrefills"));
+    // A row without a note leaves the previous note in the field, deliberately.
+    if (row.contains("scriptnote")) {
+        outlets.scriptNoteTab1.setText(shownText(row, "scriptnote"));
+    }
+    const Value* cost = row.find("cost");
+    const double* amount = cost ? cost->as<double>() : nullptr;
+    outlets.totalCostTab1.setText(amount ? copyFormatStringForTextField(*amount, "###,###,###.00", environment())
+                                         : shownText(row, "cost"));
+    if (const auto date = row.date("dispensedate")) {
+        outlets.dispenseDateTab1.setDate(*date);
+    }
+    if (const auto date = row.date("expiredate")) {
+        outlets.expirationDateTab1.setDate(*date);
+    }
+    outlets.daysSupply.setText(shownText(row, "dayssupply"));
+    selectTitle(outlets.takeNumberTab1, row, "takenumber");
+    selectTitle(outlets.drugTypeOrMeasureTab1, row, "typemeasure");
+    selectTitle(outlets.everyIntervalTab1, row, "everinterval");
+    selectTitle(outlets.whenToTakeDrugTab1, row, "whentotake");
+    selectTitle(outlets.fillTypeTab1, row, "filltype");
+    restoreReceipt(row);
+    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, true);
+}
+
+std::optional<Record> KPXAppDelegate::selectedRecordForSearching() const {
+    const int selected = outlets.tableViewTab1.selectedRow();
+    if (selected < 0 || selected >= static_cast<int>(maintArrayForTVTab1.size())) {
+        return std::nullopt;
+    }
+    return copyDictForSearchingDataFileArray(maintArrayForTVTab1[static_cast<std::size_t>(selected)], environment());
+}
+
+void KPXAppDelegate::changeMaintFromListAction() {
+    const auto selected = selectedRecordForSearching();
+    if (!selected) {
+        return;
+    }
+    const std::string rowFillType = selected->text(MHFillTypeKey).value_or("").string();
+    const std::string formFillType = outlets.fillTypeTab1.titleOfSelectedItem().value_or("");
+    if (rowFillType != formFillType) {
+        doSheetAlert(mainWindow, localized("The prescription has NOT been changed. Please try again"),
+                     formatted(localized("Cannot change an existing prescription's FILL TYPE from \"%@\" to \"%@\""),
+                               {rowFillType, formFillType}));
+        return;
+    }
+    if (!changeMaintFromList()) {
+        cleanTab1DataEntry();
+        setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
+    }
+}
+
+bool KPXAppDelegate::changeMaintFromList() {
+    const auto searched = selectedRecordForSearching();
+    if (!searched) {
+        return true;
+    }
+    Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
+    const auto position = copyFilterArrayAndRetain(history, *searched);
+    InputArray input;
+    if (inputFieldsSupplied(input)) {
+        return true;
+    }
+    if (!position) {
+        doSheetAlert(mainWindow, localized("Possible data issue in changeMaintFromList:"), localized("Change failed"));
+        return true;
+    }
+    const Record& stored = history[*position];
+    input.refillsRemaining = stored.integer(MHRefillsRemainKey);
+    if (hasWrongDataBeenChanged(input, stored)) {
+        return true;
+    }
+    const EntryForm form = entryForm();
+    Record changed = copyDictFromInputFieldsArray(input, form, environment());
+    keepUnchosenDosage(form, stored, changed);
+    addReceiptImageToDict(changed);
+    changed.set(MHNoteKey, form.note);
+    history[*position] = changed;
+    writeArray(history, prescriptionHistoryFile);
+    rebuildHistoryTable(history);
+    return false;
+}
+
+bool KPXAppDelegate::hasWrongDataBeenChanged(const InputArray& input, const Record& comparingDict) {
+    if (!kpx::hasWrongDataBeenChanged(input, comparingDict)) {
+        return false;
+    }
+    doSheetAlert(
+        mainWindow,
+        localized("None of above-mentioned prescription fields can be changed when refills already exist because it "
+                  "would break data integrity.\r\r") +
+            localized("After dismissing this dialog, please start the change process again by double-clicking the same "
+                      "item in the list."),
+        localized("Patient, Pharmacy, Drug, Prescriber, 'Rx Number', 'Days Supply' or 'Initial Refills' data fields "
+                  "cannot be changed."));
+    return true;
+}
+
+void KPXAppDelegate::doMaintDeleteDriver() {
+    shouldDeletePrescriptionSheet(
+        mainWindow,
+        formatted("%@\n\n%@\n\n%@",
+                  {localized("Click the 'Yes' button to delete this prescription and all its related refill prescriptions "
+                             "or 'No' to skip."),
+                   localized("Clicking the '?' button shows KPX Help. Inside KPX Help, look in the "
+                             "'Entering/Viewing/Deleting Prescriptions' section for more explanations"),
+                   localized("N.B. There is no 'undo' for this operation")}),
+        localized("Delete this prescription and all its related refill prescriptions?"));
+}
+
+void KPXAppDelegate::shouldDeletePrescriptionSheet(const std::string& window, const std::string& errorString,
+                                                   const std::string& titleString) {
+    Alert alert;
+    alert.messageText = titleString;
+    alert.informativeText = errorString;
+    alert.style = AlertStyle::Critical;
+    alert.showsHelp = true;
+    alert.buttons = {{localized("No"), {}, AlertKey::None}, {localized("Yes"), {}, AlertKey::None}};
+    m_ports.alerts.beginSheet(
+        window, alert, [this](int returnCode) { calledWhenAlertEnds(returnCode, std::nullopt); },
+        [this] { alertShowHelp(); });
+}
+
+bool KPXAppDelegate::deleteMaintFromList() {
+    const auto searched = selectedRecordForSearching();
+    if (!searched) {
+        return true;
+    }
+    auto history = copyArrayFromDataFile(prescriptionHistoryFile);
+    if (history) {
+        removePositions(*history, copyFilterBasedOnRxPharmPatient(*history, *searched));
+    }
+    writeArray(history, prescriptionHistoryFile);
+
+    enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,
+                      &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1,
+                      showControlsEnabledAfterDelete(history ? history->size() : 0));
+    rebuildHistoryTable(history);
+    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
+    refreshPatientPopUpForShowTab1();
+    setPatientPop(outlets.patientPopTab2);
+    setPatientPop(outlets.patientPopTab3);
+    setPatientPop(outlets.patientPopTab4);
+    return false;
+}
+
+}  // namespace kpx

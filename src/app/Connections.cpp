@@ -1,0 +1,73 @@
+#include "app/KPXAppDelegate.h"
+
+// Which control runs which action.
+
+namespace kpx {
+
+void KPXAppDelegate::connectActions() {
+    outlets.theTabView.didSelect = [this](int index) { tabView(index); };
+
+    for (PopUpButton* popUp :
+         {&outlets.patientPopTab1, &outlets.pharmacyPopTab1, &outlets.drugPopTab1, &outlets.prescriberPopTab1}) {
+        popUp->action = [this, popUp] { popUpSelectedOnTab1(*popUp); };
+    }
+    for (PopUpButton* popUp :
+         {&outlets.patientPopForShowTab1, &outlets.patientPopTab2, &outlets.patientPopTab3, &outlets.patientPopTab4}) {
+        popUp->action = [this, popUp] { patientPopUpSelected(*popUp); };
+    }
+
+    outlets.addBtnTab1.action = [this] { processAddToList(); };
+    outlets.changeBtnTab1.action = [this] { changeMaintFromListAction(); };
+    outlets.deleteBtnTab1.action = [this] { doMaintDeleteDriver(); };
+    outlets.filterBtnTab1.action = [this] { showFilterSheetForTab1(); };
+    outlets.showBtnTab1.action = [this] { respondToShowBtnPane1(); };
+    outlets.closeBtnFilterSheet.action = [this] { sheetCloseBtnPressed(outlets.closeBtnFilterSheet); };
+    outlets.showPrintTableListBtn.action = [this] { respondToPrintBtnPane4(outlets.showPrintTableListBtn); };
+
+    outlets.showBtnTab2.action = [this] { respondToShowBtnPane2(); };
+    outlets.contextMenuTab2.needsUpdate = [this] { menuNeedsUpdate(outlets.contextMenuTab2); };
+    outlets.contextMenuTab2.action = [this](int index) { respondToContextMenuTab2(index); };
+    outlets.showBtnTab3.action = [this] { respondToShowBtnPane3(); };
+    outlets.reportsTab4.action = [this] { reportChkBoxClicked(); };
+    outlets.printBtnTab4.action = [this] { respondToPrintBtnPane4(outlets.printBtnTab4); };
+
+    for (Button* trigger :
+         {&outlets.popOverTriggerTab1DispenseDate, &outlets.popOverTriggerTab1ExpirationDate,
+          &outlets.fromDateFilterCalIcon, &outlets.toDateFilterCalIcon, &outlets.popOverTriggerTab3BeginDate,
+          &outlets.popOverTriggerTab3EndDate, &outlets.popOverTriggerTab4BeginDate, &outlets.popOverTriggerTab4EndDate,
+          static_cast<Button*>(&outlets.dropButton)}) {
+        trigger->action = [this, trigger] { togglePopOver(*trigger); };
+    }
+    outlets.theDatePicker.action = [this] { userPickedFromGraphicalDatePicker(); };
+
+    outlets.exportMenuItem.action = [this] { ExportToTabDelimited(); };
+    outlets.helpMenuItem.action = [this] { myShowHelp(); };
+    outlets.showDataFilesMenuItem.action = [this] { showDataFilesInFinder(); };
+    outlets.versionCheckMenuItem.action = [this] { newVersionCheck(); };
+    outlets.webPageMenuItem.action = [this] { doLaunchURL(); };
+}
+
+void KPXAppDelegate::connectTextFields() {
+    for (Control* control : outlets.controls()) {
+        if (auto* field = dynamic_cast<TextField*>(control)) {
+            field->textDidChange = [this, field] { controlTextDidChange(*field); };
+            field->textDidEndEditing = [this, field] { controlTextDidEndEditing(*field); };
+        }
+    }
+}
+
+void KPXAppDelegate::connectListSheets() {
+    for (Control* control : outlets.controls()) {
+        if (auto* table = dynamic_cast<TableView*>(control)) {
+            table->dataSource = this;
+        }
+    }
+    for (ListSheet& list : m_listSheets) {
+        list.addBtn.action = [this, &list] { doAddFromSheet(list.addBtn); };
+        list.changeBtn.action = [this, &list] { changeBtnOnSheetPressed(list.changeBtn); };
+        list.deleteBtn.action = [this, &list] { doDeleteDriver(list.deleteBtn); };
+        list.closeBtn.action = [this, &list] { sheetCloseBtnPressed(list.closeBtn); };
+    }
+}
+
+}  // namespace kpx

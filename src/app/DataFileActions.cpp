@@ -1,0 +1,86 @@
+#include "app/KPXAppDelegate.h"
+#include "core/DataFiles.h"
+#include "core/DateConversion.h"
+#include "core/Keys.h"
+#include "history/HistoryPredicates.h"
+#include "history/HistoryRecord.h"
+
+namespace kpx {
+
+std::optional<std::filesystem::path> KPXAppDelegate::copyDataFolderURL() const {
+    const auto directories = m_ports.workspace.applicationSupportDirectories();
+    return directories.empty() ? std::nullopt : std::optional(directories.front() / dataFolderName);
+}
+
+std::optional<Records> KPXAppDelegate::copyArrayFromDataFile(std::string_view fileName) const {
+    const auto folder = copyDataFolderURL();
+    return folder ? kpx::copyArrayFromDataFile(*folder, fileName) : Records();
+}
+
+bool KPXAppDelegate::writeArray(const std::optional<Records>& array, std::string_view toDataFile) const {
+    const auto folder = copyDataFolderURL();
+    return folder && kpx::writeArray(array, *folder, toDataFile);
+}
+
+void KPXAppDelegate::showDataFilesInFinder() {
+    if (const auto folder = copyDataFolderURL()) {
+        m_ports.workspace.open(folder->string());
+    }
+}
+
+std::optional<Records> KPXAppDelegate::copyArrayAndCheckDates(const DateField& beginDate, const DateField& andEndDate,
+                                                              const PopUpButton& forPatientPop,
+                                                              const PopUpButton& forPrescriptionPop,
+                                                              const Matrix* forPrescripType) {
+    const Date begin = beginDate.date();
+    const Date end = andEndDate.date();
+    if (!areBeginEndDatesOK(begin, end)) {
+        return std::nullopt;
+    }
+    const int scriptType = forPrescripType ? forPrescripType->selectedTag().value_or(scriptTypeNone) : scriptTypeNone;
+    const auto predicate = copyPredicateString(forPatientPop.titleOfSelectedItem(), forPrescriptionPop.titleOfSelectedItem(),
+                                               begin, end, scriptType, localized("All"));
+    Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
+    const Environment here = environment();
+    arrayToNSDate(history, MHDispenseDateKey, here);
+    Records kept = filteredRecords(history, predicate);
+    arrayNSDateToString(kept, MHDispenseDateKey, here);
+    return kept;
+}
+
+void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray) {
+    const EntryForm form = entryForm();
+    Record record = copyDictFromInputFieldsArray(input, form, environment());
+    addReceiptImageToDict(record);
+    record.set(MHNoteKey, form.note);
+    if (withArray) {
+        withArray->push_back(record);
+    }
+    writeArray(withArray, prescriptionHistoryFile);
+
+    rebuildHistoryTable(withArray);
+    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
+    // The drug pop-up stands in the show button's place too: Show itself is switched by the tab only.
+    enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,
+                      &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1, true);
+    refreshPatientPopUpForShowTab1();
+    patientPopUpSelected(outlets.patientPopForShowTab1);
+    outlets.drugNamePopForShowTab1.selectLastItem();
+    setPaneBase(outlets.patientPopTab2, withArray);
+    setPaneBase(outlets.patientPopTab3, withArray);
+    setPaneBase(outlets.patientPopTab4, withArray);
+}
+
+void KPXAppDelegate::rebuildHistoryTable(const std::optional<Records>& history) {
+    populateTableViewArrayFromFileArray(history, maintArrayForTVTab1);
+    outlets.tableViewTab1.reloadData();
+    putCountOnContent(maintArrayForTVTab1.size(), 0);
+}
+
+void KPXAppDelegate::refreshPatientPopUpForShowTab1() {
+    loadThisPopupButton(outlets.patientPopForShowTab1,
+                        copyUniqueNamesFromPrescHistFile(outlets.patientPopForShowTab1, MHPatientKey), false, true);
+    outlets.patientPopForShowTab1.selectLastItem();
+}
+
+}  // namespace kpx

@@ -1,0 +1,160 @@
+#include "app/KPXAppDelegate.h"
+#include "core/DataFiles.h"
+#include "lists/ListRecords.h"
+
+#include <algorithm>
+
+namespace kpx {
+
+namespace {
+
+constexpr char deleteFailed[] = "Delete request failed - not deleted";
+
+}  // namespace
+
+void KPXAppDelegate::showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile) {
+    const auto list =
+        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.popUp == &popUp; });
+    if (list == m_listSheets.end()) {
+        reportInternalErrorAndTerminate("value for whichPopup not found", "showOneSheet:");
+        return;
+    }
+    populateTableViewArrayFromFileArray(whichFile, list->rows);
+    list->table.reloadData();
+    list->table.doubleAction = [this, list] { respondToTableViewDblClickDriver(list->table); };
+    list->table.action = [this, list] { respondToTableViewClick(list->table); };
+    setChange(list->changeBtn, list->deleteBtn, false);
+    m_ports.clock.callAfter(0, [this, list] { displaySheet(list->sheet); });
+    if (&list->sheet == &outlets.theDrugSheet) {
+        m_ports.windows.setSmallFont(outlets.drugDescDrugSheet);
+    }
+}
+
+void KPXAppDelegate::displaySheet(Sheet& sheet) { sheet.setOpen(true); }
+
+void KPXAppDelegate::sheetCloseBtnPressed(const Button& sender) {
+    for (Control* control : outlets.controls()) {
+        if (auto* sheet = dynamic_cast<Sheet*>(control); sheet && sheet->place() == sender.place()) {
+            sheet->setOpen(false);
+        }
+    }
+}
+
+void KPXAppDelegate::doAddFromSheet(const Button& sender) {
+    ListSheet* list = sheetOfAddButton(sender);
+    if (!list) {
+        list = sheetOfChangeButton(sender);
+    }
+    if (!list) {
+        return;
+    }
+    if (!addToList(*list)) {
+        cleanOneSheet(list->sheet, list->kind.endTag());
+    }
+    setChange(list->changeBtn, list->deleteBtn, false);
+}
+
+bool KPXAppDelegate::addToList(ListSheet& list) {
+    const ListKind& kind = list.kind;
+    const auto fields = list.texts();
+    const auto refuse = [&](const std::string& message, const std::string& title) {
+        doSheetAlert(list.sheet.name(), message, title);
+        m_ports.windows.beep();
+        return true;
+    };
+    if (!requiredFieldsSupplied(kind, fields)) {
+        return refuse(localized(kind.missingDataMessage), localized(kind.missingDataTitle));
+    }
+    auto records = copyArrayFromDataFile(kind.fileName);
+    if (records && listHolds(kind, *records, fields[1])) {
+        return refuse("", localized(kind.duplicateTitle));
+    }
+    if (records) {
+        records->push_back(recordFromFields(kind, fields));
+    }
+    writeArray(records, kind.fileName);
+
+    loadAPopUpButtonUsingKey(list.popUp, kind.nameKey, records, true, false);
+    list.popUp.selectItemWithTitle(fields[1]);
+    if (&list.sheet == &outlets.theDrugSheet) {
+        outlets.drugNamePopForShowTab1.selectLastItem();
+    }
+    populateTableViewArrayFromFileArray(records, list.rows);
+    if (kind.sortedAfterAdd) {
+        sortRowsByName(kind, list.rows, environment());
+    }
+    list.table.reloadData();
+    return false;
+}
+
+void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
+    ListSheet* list = sheetOfChangeButton(sender);
+    if (!list) {
+        reportInternalErrorAndTerminate("value for whichButton not found", "changeBtnOnSheetPressed:");
+        return;
+    }
+    const int selected = list->table.selectedRow();
+    if (selected < 0 || selected >= static_cast<int>(list->rows.size())) {
+        return;
+    }
+    const std::string rowName =
+        list->rows[static_cast<std::size_t>(selected)].text(list->kind.nameColumn()).value_or("").string();
+    if (list->name() != rowName) {
+        const std::string& word = list->kind.kindWord;
+        doSheetAlert(list->sheet.name(), localized("Press OK to continue"),
+                     formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
+                               {word, rowName, word}));
+        return;
+    }
+    if (!doDeleteFromSheet(sender, true)) {
+        doAddFromSheet(sender);
+    }
+}
+
+void KPXAppDelegate::doDeleteDriver(Button& sender) {
+    if (doDeleteFromSheet(sender, false)) {
+        if (const ListSheet* list = sheetOfDeleteButton(sender)) {
+            doSheetAlert(list->sheet.name(), "", localized(deleteFailed));
+        }
+    }
+}
+
+bool KPXAppDelegate::doDeleteFromSheet(Button& sender, bool originFromChangeRequest) {
+    ListSheet* list = sheetOfDeleteButton(sender);
+    if (!list) {
+        list = sheetOfChangeButton(sender);
+    }
+    if (!list) {
+        reportInternalErrorAndTerminate("value for whichButton not found", "doDeleteFromSheet:");
+        return true;
+    }
+    const ListKind& kind = list->kind;
+    const std::string name = list->name();
+    auto records = copyArrayFromDataFile(kind.fileName);
+    if (!records || !removeRecordNamed(kind, *records, name)) {
+        // Nothing of that name: no message, and a change request goes on to add it.
+        return false;
+    }
+    if (&list->sheet == &outlets.theDrugSheet || &list->sheet == &outlets.thepatientSheet) {
+        // Also for a drug it is the patient pop-up that is reset: that refills the drug pop-up beside it.
+        outlets.patientPopForShowTab1.selectLastItem();
+        patientPopUpSelected(outlets.patientPopForShowTab1);
+        outlets.patientPopForShowTab1.selectLastItem();
+    }
+    list->popUp.removeItemWithTitle(name);
+    list->popUp.selectItemAtIndex(list->popUp.numberOfItems() < 3 ? 1 : 0);
+    writeArray(records, kind.fileName);
+    sortByName(kind, *records, environment());
+    populateTableViewArrayFromFileArray(records, list->rows);
+    list->table.reloadData();
+    const Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
+    if (!originFromChangeRequest && historyUses(kind, history, name)) {
+        const ListWarning warning = historyUseWarning(kind, name, m_strings);
+        doSheetAlert(list->sheet.name(), warning.message, warning.title);
+    }
+    list->changeBtn.setEnabled(false);
+    sender.setEnabled(false);
+    return false;
+}
+
+}  // namespace kpx

@@ -1,0 +1,54 @@
+#include "app/KPXAppDelegate.h"
+#include "core/PopUpTitles.h"
+
+namespace kpx {
+
+void KPXAppDelegate::respondToTableViewDblClickDriver(const TableView& tableView) {
+    for (ListSheet& list : m_listSheets) {
+        if (&list.table == &tableView) {
+            respondToTVDblClickOnSheet(list);
+        }
+    }
+}
+
+void KPXAppDelegate::respondToTVDblClickOnSheet(ListSheet& list) {
+    const int clicked = list.table.clickedRow();
+    if (clicked < 0 || clicked >= static_cast<int>(list.rows.size())) {
+        return;
+    }
+    const ListKind& kind = list.kind;
+    const std::string name =
+        list.rows[static_cast<std::size_t>(clicked)].text(kind.nameColumn()).value_or("").string();
+    // Read afresh: the fields get the stored values, also those that the table does not show.
+    const Records records = copyArrayFromDataFile(kind.fileName).value_or(Records());
+    if (const Record* record = copyDictContainingTitle(name, kind.nameKey, records)) {
+        fillSheetFromDictInTV(*record, kind.keysByTag, list.sheet, kind.endTag());
+    } else {
+        doSheetAlert(list.sheet.name(), localized("failed to find corresponding name data in file array"),
+                     localized("In respondToTVDblClickOnSheet:(KPXAppDelegate)"));
+    }
+    setChange(list.changeBtn, list.deleteBtn, true);
+}
+
+void KPXAppDelegate::cleanOneSheet(const Sheet& sheet, int endTag) {
+    for (Control* control : outlets.controls()) {
+        auto* field = dynamic_cast<TextField*>(control);
+        if (field && field->place() == sheet.place() && field->tag() >= 1 && field->tag() <= endTag) {
+            field->setText({});
+        }
+    }
+}
+
+void KPXAppDelegate::fillSheetFromDictInTV(const Record& record, const std::vector<std::string>& withKeys,
+                                           const Sheet& sheet, int maxTag) {
+    cleanOneSheet(sheet, maxTag);
+    for (Control* control : outlets.controls()) {
+        auto* field = dynamic_cast<TextField*>(control);
+        if (field && field->place() == sheet.place() && field->tag() >= 1 && field->tag() <= maxTag) {
+            const auto text = record.text(withKeys[static_cast<std::size_t>(field->tag())]);
+            field->setText(text.value_or("").string());
+        }
+    }
+}
+
+}  // namespace kpx
