@@ -7,6 +7,45 @@
 
 namespace kpx {
 
+namespace {
+
+void reportNotFoundErrorMsg(KPXAppDelegate& application) {
+    application.doSheetAlert(mainWindow, application.localized("whichReport not found"),
+                             application.localized("respondToPrintBtnPane4 error"));
+}
+
+/// Whole list files for the reference lists, the narrowed history for every other report.
+std::optional<Records> recordsToReport(KPXAppDelegate& application, const ReportKind* kind) {
+    if (kind && !kind->listFile.empty()) {
+        return application.copyArrayFromDataFile(kind->listFile);
+    }
+    const Outlets& outlets = application.outlets;
+    return application.copyArrayAndCheckDates(outlets.beginDateTab4, outlets.endDateTab4, outlets.patientPopTab4,
+                                              outlets.drugNamePopTab4, nullptr);
+}
+
+/// Sorts the records. The figures are those of the report that closes with them; finding them leaves its
+/// records by date, which is then the order of those that the sort finds equal.
+CostFigures orderForReport(const ReportKind& kind, Records& records, const Environment& environment) {
+    const CostFigures figures = kind.type == allPrescriptionsReport ? costFigures(records, environment) : CostFigures();
+    doSortWithArray(records, kind.order[0], kind.order[1], kind.order[2], environment);
+    return figures;
+}
+
+void submit(KPXAppDelegate& application, PrintPreview& preview, const LocalizedStrings& localized, int reportType,
+            const Records& records, const CostFigures& figures) {
+    LaidOutReport report =
+        printReport(reportType, records, figures.total, figures.average, application.environment(), localized,
+                    preview.metrics(reportBodyFont, reportBodyFontSize), application.copyColumnTitlesOnTab1());
+    // A missing value is told with the words for an unknown report, once each.
+    for (; report.missingFields > 0; --report.missingFields) {
+        reportNotFoundErrorMsg(application);
+    }
+    preview.open(std::move(report.document));
+}
+
+}  // namespace
+
 void KPXAppDelegate::respondToPrintBtnPane4(const Button& sender) {
     if (&sender == &outlets.showPrintTableListBtn) {
         processReportPane4(tableContentsReport);
@@ -26,46 +65,24 @@ void KPXAppDelegate::respondToPrintBtnPane4(const Button& sender) {
 }
 
 void KPXAppDelegate::processReportPane4(int reportType) {
-    const Environment here = environment();
-    const auto unknown = [this] {
-        doSheetAlert(mainWindow, localized("whichReport not found"), localized("respondToPrintBtnPane4 error"));
-    };
-    const auto print = [&](const Records& records, const CostFigures& figures) {
-        LaidOutReport report =
-            printReport(reportType, records, figures.total, figures.average, here, m_strings,
-                        m_ports.preview.metrics(reportBodyFont, reportBodyFontSize), copyColumnTitlesOnTab1());
-        // A missing value is told with the words for an unknown report, once each.
-        for (; report.missingFields > 0; --report.missingFields) {
-            unknown();
-        }
-        m_ports.preview.open(std::move(report.document));
-    };
-
     if (reportType == tableContentsReport) {
-        print(maintArrayForTVTab1, {});
+        // Printed before anything is checked: an empty table gives a blank page and the alert.
+        submit(*this, m_ports.preview, m_strings, reportType, maintArrayForTVTab1, {});
         if (maintArrayForTVTab1.empty()) {
             noDataFoundErrorMsg();
         }
         return;
     }
     const ReportKind* kind = reportKind(reportType);
-    auto records = kind && !kind->listFile.empty()
-                       ? copyArrayFromDataFile(kind->listFile)
-                       : copyArrayAndCheckDates(outlets.beginDateTab4, outlets.endDateTab4, outlets.patientPopTab4,
-                                                outlets.drugNamePopTab4, nullptr);
+    auto records = recordsToReport(*this, kind);
     if (!records || records->empty()) {
         noDataFoundErrorMsg();
-        return;
+    } else if (!kind) {
+        reportNotFoundErrorMsg(*this);
+    } else {
+        const CostFigures figures = orderForReport(*kind, *records, environment());
+        submit(*this, m_ports.preview, m_strings, reportType, *records, figures);
     }
-    if (!kind) {
-        unknown();
-        return;
-    }
-    // The search for the earliest and latest date leaves the records in the order of their dates, and
-    // that is the order of those that the sort finds equal.
-    const CostFigures figures = reportType == allPrescriptionsReport ? costFigures(*records, here) : CostFigures();
-    doSortWithArray(*records, kind->order[0], kind->order[1], kind->order[2], here);
-    print(*records, figures);
 }
 
 void KPXAppDelegate::reportChkBoxClicked() {
