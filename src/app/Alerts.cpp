@@ -30,7 +30,8 @@ Alert KPXAppDelegate::copySheetAlertWithErrorString(const std::string& errorStri
 }
 
 Alert KPXAppDelegate::copySheetAlertWithErrorString(const std::string& errorString, const std::string& titleString,
-                                                    const std::string& firstBtnTitle, const std::string& secondBtnTitle) {
+                                                    const std::string& firstBtnTitle,
+                                                    const std::string& secondBtnTitle) {
     Alert alert = copySheetAlertWithErrorString(errorString, titleString, firstBtnTitle, secondBtnTitle, {}, {});
     alert.smallControls = false;
     return alert;

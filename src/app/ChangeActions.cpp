@@ -140,12 +140,13 @@ bool KPXAppDelegate::hasWrongDataBeenChanged(const InputArray& input, const Reco
 void KPXAppDelegate::doMaintDeleteDriver() {
     shouldDeletePrescriptionSheet(
         mainWindow,
-        formatted("%@\n\n%@\n\n%@",
-                  {localized("Click the 'Yes' button to delete this prescription and all its related refill prescriptions "
-                             "or 'No' to skip."),
-                   localized("Clicking the '?' button shows KPX Help. Inside KPX Help, look in the "
-                             "'Entering/Viewing/Deleting Prescriptions' section for more explanations"),
-                   localized("N.B. There is no 'undo' for this operation")}),
+        formatted(
+            "%@\n\n%@\n\n%@",
+            {localized("Click the 'Yes' button to delete this prescription and all its related refill prescriptions "
+                       "or 'No' to skip."),
+             localized("Clicking the '?' button shows KPX Help. Inside KPX Help, look in the "
+                       "'Entering/Viewing/Deleting Prescriptions' section for more explanations"),
+             localized("N.B. There is no 'undo' for this operation")}),
         localized("Delete this prescription and all its related refill prescriptions?"));
 }
 

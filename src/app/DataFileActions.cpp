@@ -38,8 +38,9 @@ std::optional<Records> KPXAppDelegate::copyArrayAndCheckDates(const DateField& b
         return std::nullopt;
     }
     const int scriptType = forPrescripType ? forPrescripType->selectedTag().value_or(scriptTypeNone) : scriptTypeNone;
-    const auto predicate = copyPredicateString(forPatientPop.titleOfSelectedItem(), forPrescriptionPop.titleOfSelectedItem(),
-                                               begin, end, scriptType, localized("All"));
+    const auto predicate =
+        copyPredicateString(forPatientPop.titleOfSelectedItem(), forPrescriptionPop.titleOfSelectedItem(), begin, end,
+                            scriptType, localized("All"));
     Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
     const Environment here = environment();
     arrayToNSDate(history, MHDispenseDateKey, here);

@@ -13,15 +13,26 @@ std::vector<std::string> numbersUpTo(int last) {
 }
 
 std::vector<std::string> dosageForms() {
-    return {"tablet", "capsule", "mL",     "drop",        "puff",        "spray",  "patch",
-            "unit",   "mg",      "gram",   "teaspoon",    "tablespoon",  "ampoule", "injection",
-            "sachet", "lozenge", "suppository", "application"};
+    return {"tablet",  "capsule",   "mL",     "drop",    "puff",        "spray",
+            "patch",   "unit",      "mg",     "gram",    "teaspoon",    "tablespoon",
+            "ampoule", "injection", "sachet", "lozenge", "suppository", "application"};
 }
 
 std::vector<std::string> timesToTake() {
-    return {"day",          "hours",         "days",        "weeks",          "months",
-            "in the morning", "at noon",     "in the evening", "at bedtime",  "with food",
-            "before meals", "after meals",   "on an empty stomach", "as needed"};
+    return {"day",
+            "hours",
+            "days",
+            "weeks",
+            "months",
+            "in the morning",
+            "at noon",
+            "in the evening",
+            "at bedtime",
+            "with food",
+            "before meals",
+            "after meals",
+            "on an empty stomach",
+            "as needed"};
 }
 
 std::vector<std::string> fillTypes() { return {fillTypeInitial, fillTypeRefill}; }

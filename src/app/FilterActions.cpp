@@ -40,7 +40,8 @@ bool KPXAppDelegate::areBeginEndDatesOK(Date beginDate, Date theEndDate) {
 std::optional<Records> KPXAppDelegate::copyAllPrescripHistDictsForSelectedPatient(const PopUpButton& patientPop) const {
     const auto patient = patientPop.isLastItemSelected() ? std::nullopt : patientPop.titleOfSelectedItem();
     const auto history = copyArrayFromDataFile(prescriptionHistoryFile);
-    return history ? std::optional(filteredRecords(*history, copyPredicateString(patient, std::nullopt))) : std::nullopt;
+    return history ? std::optional(filteredRecords(*history, copyPredicateString(patient, std::nullopt)))
+                   : std::nullopt;
 }
 
 }  // namespace kpx

@@ -63,7 +63,8 @@ public:
     bool doInit();
     void establishDefaultPrefs();
     void setPopupsStartingItem(const std::optional<Records>& drugArray, const std::optional<Records>& pharmacyArray,
-                               const std::optional<Records>& patientArray, const std::optional<Records>& prescriberArray,
+                               const std::optional<Records>& patientArray,
+                               const std::optional<Records>& prescriberArray,
                                const std::optional<Records>& prescriptionHistArray);
     void setDatePickerDefaults();
     void setDateDefaultsWithBeginDate(DateField& beginDate, DateField& endDate);
@@ -98,8 +99,8 @@ public:
     /// The history narrowed by dates, pop-ups and fill type (none for a tab without such a group). Null
     /// when the dates were refused; the user has been told.
     std::optional<Records> copyArrayAndCheckDates(const DateField& beginDate, const DateField& andEndDate,
-                                                  const PopUpButton& forPatientPop, const PopUpButton& forPrescriptionPop,
-                                                  const Matrix* forPrescripType);
+                                                  const PopUpButton& forPatientPop,
+                                                  const PopUpButton& forPrescriptionPop, const Matrix* forPrescripType);
     void writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray);
 
     // ---- Alerts
@@ -123,16 +124,18 @@ public:
     // ---- Pop-up lists
 
     void loadThisPopupButton(PopUpButton& popUp, std::vector<std::string> whichArray, bool sepAddDel, bool sepAll);
-    void loadAPopUpButtonUsingKey(PopUpButton& popUp, std::string_view whichKey, const std::optional<Records>& whichArray,
-                                  bool sepAddDel, bool sepAll);
+    void loadAPopUpButtonUsingKey(PopUpButton& popUp, std::string_view whichKey,
+                                  const std::optional<Records>& whichArray, bool sepAddDel, bool sepAll);
     std::vector<std::string> copyUniqueNamesFromPrescHistFile(const PopUpButton& popUp, std::string_view whichKey);
     void countArraySetPopUp(PopUpButton& popUp, const std::optional<Records>& whichArray);
 
     // ---- Tables
 
     int numberOfRowsInTableView(const TableView& tableView) const override;
-    const Value* tableView(const TableView& tableView, const std::string& objectValueForTableColumn, int row) const override;
-    void tableView(TableView& tableView, const Value& setObjectValue, const std::string& forTableColumn, int row) override;
+    const Value* tableView(const TableView& tableView, const std::string& objectValueForTableColumn,
+                           int row) const override;
+    void tableView(TableView& tableView, const Value& setObjectValue, const std::string& forTableColumn,
+                   int row) override;
     void sortDescriptorsDidChange(TableView& tableView) override;
     bool willDisplayCell(const TableView& tableView, const std::string& forTableColumn, int row) const override;
     void respondToTableViewClick(const TableView& tableView);
@@ -207,7 +210,8 @@ public:
     void respondToTableViewDblClickDriver(const TableView& tableView);
     void respondToTVDblClickOnSheet(ListSheet& list);
     void cleanOneSheet(const Sheet& sheet, int endTag);
-    void fillSheetFromDictInTV(const Record& record, const std::vector<std::string>& withKeys, const Sheet& sheet, int maxTag);
+    void fillSheetFromDictInTV(const Record& record, const std::vector<std::string>& withKeys, const Sheet& sheet,
+                               int maxTag);
 
     // ---- Receipts
 

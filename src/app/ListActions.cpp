@@ -101,9 +101,10 @@ void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
         list->rows[static_cast<std::size_t>(selected)].text(list->kind.nameColumn()).value_or("").string();
     if (list->name() != rowName) {
         const std::string& word = list->kind.kindWord;
-        doSheetAlert(list->sheet.name(), localized("Press OK to continue"),
-                     formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
-                               {word, rowName, word}));
+        doSheetAlert(
+            list->sheet.name(), localized("Press OK to continue"),
+            formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
+                      {word, rowName, word}));
         return;
     }
     if (!doDeleteFromSheet(sender, true)) {

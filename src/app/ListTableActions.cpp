@@ -17,8 +17,7 @@ void KPXAppDelegate::respondToTVDblClickOnSheet(ListSheet& list) {
         return;
     }
     const ListKind& kind = list.kind;
-    const std::string name =
-        list.rows[static_cast<std::size_t>(clicked)].text(kind.nameColumn()).value_or("").string();
+    const std::string name = list.rows[static_cast<std::size_t>(clicked)].text(kind.nameColumn()).value_or("").string();
     // Read afresh: the fields get the stored values, also those that the table does not show.
     const Records records = copyArrayFromDataFile(kind.fileName).value_or(Records());
     if (const Record* record = copyDictContainingTitle(name, kind.nameKey, records)) {

@@ -87,14 +87,12 @@ struct Outlets : ControlRegistry {
     // Tab 2: the refill schedule.
     PopUpButton patientPopTab2{*this, "patientPopTab2", Place::Tab2};
     PopUpButton drugNamePopTab2{*this, "drugNamePopTab2", Place::Tab2};
-    Matrix radioBtnTab2{*this,
-                        "radioBtnTab2",
-                        Place::Tab2,
-                        Matrix::Kind::Radio,
-                        {{1, "Latest fill of each prescription", true},
-                         {2, "Whole history"},
-                         {3, "Overdue"},
-                         {4, "Expired"}}};
+    Matrix radioBtnTab2{
+        *this,
+        "radioBtnTab2",
+        Place::Tab2,
+        Matrix::Kind::Radio,
+        {{1, "Latest fill of each prescription", true}, {2, "Whole history"}, {3, "Overdue"}, {4, "Expired"}}};
     Button showBtnTab2{*this, "showBtnTab2", Place::Tab2, "Show"};
     TableView tableViewTab2{*this,
                             "tableViewTab2",
@@ -105,11 +103,11 @@ struct Outlets : ControlRegistry {
                              {"lastdate", "Last Dispensed"},
                              {"nextdate", "Next Fill"},
                              {"expiredateTabTwo", "Expires"}}};
-    Menu contextMenuTab2{*this,
-                         "contextMenuTab2",
-                         Place::Tab2,
-                         {{"No prescription selected"},
-                          {"Send a reminder to the System Notification Center for this item", false}}};
+    Menu contextMenuTab2{
+        *this,
+        "contextMenuTab2",
+        Place::Tab2,
+        {{"No prescription selected"}, {"Send a reminder to the System Notification Center for this item", false}}};
 
     // Tab 3: the cost summary. The parts, labor and tax fields are never written.
     PopUpButton patientPopTab3{*this, "patientPopTab3", Place::Tab3};
@@ -193,13 +191,11 @@ struct Outlets : ControlRegistry {
     Button changeBtnpharmacySheet{*this, "changeBtnpharmacySheet", Place::PharmacySheet, "Change"};
     Button deleteBtnpharmacySheet{*this, "deleteBtnpharmacySheet", Place::PharmacySheet, "Delete"};
     Button closeBtnpharmacySheet{*this, "closeBtnpharmacySheet", Place::PharmacySheet, "Close"};
-    TableView tableViewpharmacySheet{*this,
-                                     "tableViewpharmacySheet",
-                                     Place::PharmacySheet,
-                                     {{"provname", "Name"},
-                                      {"provaddress", "Address"},
-                                      {"provnotes", "Notes"},
-                                      {"provphone", "Phone"}}};
+    TableView tableViewpharmacySheet{
+        *this,
+        "tableViewpharmacySheet",
+        Place::PharmacySheet,
+        {{"provname", "Name"}, {"provaddress", "Address"}, {"provnotes", "Notes"}, {"provphone", "Phone"}}};
 
     // The prescriber sheet.
     Sheet thePrescriberSheet{*this, "thePrescriberSheet", Place::PrescriberSheet};
@@ -207,7 +203,8 @@ struct Outlets : ControlRegistry {
     TextField prescriberAddrPrescriberSheet{*this, "prescriberAddrPrescriberSheet", Place::PrescriberSheet, 2};
     TextField prescriberPhonePrescriberSheet{*this, "prescriberPhonePrescriberSheet", Place::PrescriberSheet, 3};
     TextField prescriberEmailPrescriberSheet{*this, "prescriberEmailPrescriberSheet", Place::PrescriberSheet, 4};
-    TextField prescriberSpecialtyPrescriberSheet{*this, "prescriberSpecialtyPrescriberSheet", Place::PrescriberSheet, 5};
+    TextField prescriberSpecialtyPrescriberSheet{*this, "prescriberSpecialtyPrescriberSheet", Place::PrescriberSheet,
+                                                 5};
     Button addBtnPrescriberSheet{*this, "addBtnPrescriberSheet", Place::PrescriberSheet, "Add"};
     Button changeBtnPrescriberSheet{*this, "changeBtnPrescriberSheet", Place::PrescriberSheet, "Change"};
     Button deleteBtnPrescriberSheet{*this, "deleteBtnPrescriberSheet", Place::PrescriberSheet, "Delete"};

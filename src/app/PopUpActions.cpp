@@ -28,15 +28,16 @@ void KPXAppDelegate::loadThisPopupButton(PopUpButton& popUp, std::vector<std::st
 
 void KPXAppDelegate::loadAPopUpButtonUsingKey(PopUpButton& popUp, std::string_view whichKey,
                                               const std::optional<Records>& whichArray, bool sepAddDel, bool sepAll) {
-    loadThisPopupButton(popUp, whichArray ? copyUniqueKey(whichKey, *whichArray) : std::vector<std::string>(), sepAddDel,
-                        sepAll);
+    loadThisPopupButton(popUp, whichArray ? copyUniqueKey(whichKey, *whichArray) : std::vector<std::string>(),
+                        sepAddDel, sepAll);
 }
 
 std::vector<std::string> KPXAppDelegate::copyUniqueNamesFromPrescHistFile(const PopUpButton& popUp,
                                                                           std::string_view whichKey) {
     const std::array<const PopUpButton*, 8> showPopUps = {
-        &outlets.patientPopForShowTab1, &outlets.drugNamePopForShowTab1, &outlets.patientPopTab2, &outlets.drugNamePopTab2,
-        &outlets.patientPopTab3,        &outlets.drugNamePopTab3,        &outlets.patientPopTab4, &outlets.drugNamePopTab4};
+        &outlets.patientPopForShowTab1, &outlets.drugNamePopForShowTab1, &outlets.patientPopTab2,
+        &outlets.drugNamePopTab2,       &outlets.patientPopTab3,         &outlets.drugNamePopTab3,
+        &outlets.patientPopTab4,        &outlets.drugNamePopTab4};
     if (std::ranges::find(showPopUps, &popUp) == showPopUps.end()) {
         m_ports.windows.log("error in copyArrayWithDrugNamesFromPrescHistFile:");
         return {};

@@ -24,8 +24,8 @@ public:
     /// Shows the alert as a sheet of the window or sheet of that name and returns at once. Alerts asked
     /// for while another hangs there are shown one after the other. `completion` (may be empty) gets the
     /// return code, `help` (may be empty) is called for the help button.
-    virtual void beginSheet(const std::string& window, const Alert& alert, std::function<void(int returnCode)> completion,
-                            std::function<void()> help) = 0;
+    virtual void beginSheet(const std::string& window, const Alert& alert,
+                            std::function<void(int returnCode)> completion, std::function<void()> help) = 0;
     /// Blocks until a button is pressed; answers the return code.
     virtual int runModal(const Alert& alert) = 0;
 };

@@ -49,14 +49,13 @@ void KPXAppDelegate::urlIsNotFoundInHZNsSandbox(const std::filesystem::path& url
     Alert alert = copySheetAlertWithErrorString(text.informative, text.message, text.openButton, text.cancelButton,
                                                 text.openToolTip, text.cancelToolTip);
     alert.style = AlertStyle::Informational;
-    m_ports.alerts.beginSheet(
-        mainWindow, alert,
-        [this](int returnCode) {
-            if (returnCode == alertFirstButtonReturn) {
-                showDataFilesInFinder();
-            }
-        },
-        {});
+    m_ports.alerts.beginSheet(mainWindow, alert,
+                              [this](int returnCode) {
+                                  if (returnCode == alertFirstButtonReturn) {
+                                      showDataFilesInFinder();
+                                  }
+                              },
+                              {});
 }
 
 void KPXAppDelegate::addReceiptImageToDict(Record& record) const {
@@ -91,7 +90,8 @@ void KPXAppDelegate::buildImageViewAndSetWithURL(const std::optional<std::filesy
     }
     outlets.dropButton.setImage(url->string());
     outlets.dropView.setContent(
-        type == Workspace::FileType::Image ? KPXReceiptView::Content::Image : KPXReceiptView::Content::PDF, url->string());
+        type == Workspace::FileType::Image ? KPXReceiptView::Content::Image : KPXReceiptView::Content::PDF,
+        url->string());
 }
 
 void KPXAppDelegate::removeAction() {

@@ -26,7 +26,8 @@ void KPXAppDelegate::respondToShowBtnPane2() {
     }
     if (outlets.drugNamePopTab2.titleOfSelectedItem().value_or("").empty()) {
         doSheetAlert(mainWindow,
-                     localized("No Drug Selected. Please select a Drug or if no Drugs, please add a Drug first."), noTitle);
+                     localized("No Drug Selected. Please select a Drug or if no Drugs, please add a Drug first."),
+                     noTitle);
         return;
     }
     const Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());

@@ -132,8 +132,8 @@ void KPXAppDelegate::setPatientPop(PopUpButton& patientPop) {
 void KPXAppDelegate::setPane1() { putCountOnContent(maintArrayForTVTab1.size(), 0); }
 
 void KPXAppDelegate::buildSplashWnd() {
-    m_ports.windows.showSplash(
-        {formatted("%@ %@", {localized("Version:"), m_ports.bundle.shortVersionString()}), localized("For Mac OS 10.9+")});
+    m_ports.windows.showSplash({formatted("%@ %@", {localized("Version:"), m_ports.bundle.shortVersionString()}),
+                                localized("For Mac OS 10.9+")});
     m_ports.clock.callAfter(splashSeconds, [this] { closeSlpash(); });
 }
 

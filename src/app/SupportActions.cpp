@@ -1,5 +1,5 @@
-#include "app/KPXAppDelegate.h"
 #include "app/Addresses.h"
+#include "app/KPXAppDelegate.h"
 #include "core/Numbers.h"
 #include "core/Unicode.h"
 
@@ -12,11 +12,11 @@ void KPXAppDelegate::darkModeChanged() {
     // Compared as decimals, not part by part: 10.9 counts as greater than 10.14.
     const double level = leadingNumber(std::to_string(version.major) + "." + std::to_string(version.minor));
     const bool dark = level >= 10.14 && m_ports.system.appearanceStyle().find("Dark") != std::string::npos;
-    for (Button* button :
-         {&outlets.popOverTriggerTab1DispenseDate, &outlets.popOverTriggerTab1ExpirationDate,
-          &outlets.popOverTriggerTab1BeginDate, &outlets.popOverTriggerTab1EndDate, &outlets.popOverTriggerTab3BeginDate,
-          &outlets.popOverTriggerTab3EndDate, &outlets.popOverTriggerTab4BeginDate, &outlets.popOverTriggerTab4EndDate,
-          &outlets.fromDateFilterCalIcon, &outlets.toDateFilterCalIcon}) {
+    for (Button* button : {&outlets.popOverTriggerTab1DispenseDate, &outlets.popOverTriggerTab1ExpirationDate,
+                           &outlets.popOverTriggerTab1BeginDate, &outlets.popOverTriggerTab1EndDate,
+                           &outlets.popOverTriggerTab3BeginDate, &outlets.popOverTriggerTab3EndDate,
+                           &outlets.popOverTriggerTab4BeginDate, &outlets.popOverTriggerTab4EndDate,
+                           &outlets.fromDateFilterCalIcon, &outlets.toDateFilterCalIcon}) {
         button->setImage(dark ? "calIcon_dark.png" : "calIcon.png");
     }
 }
@@ -52,8 +52,8 @@ void KPXAppDelegate::newVersionCheck() {
     }
     runModalAlert(
         AlertStyle::Informational,
-        formatted("%@%@%@", {localized("This version of KPX ("), installed, localized(") is the current version.")}), "",
-        localized("OK"));
+        formatted("%@%@%@", {localized("This version of KPX ("), installed, localized(") is the current version.")}),
+        "", localized("OK"));
 }
 
 void KPXAppDelegate::doLaunchURL() {

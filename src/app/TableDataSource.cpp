@@ -109,8 +109,8 @@ void KPXAppDelegate::populateTableViewArrayFromFileArray(const std::optional<Rec
 
 std::vector<std::string> KPXAppDelegate::copyColumnTitlesOnTab1() const {
     std::vector<std::string> titles;
-    for (const char* identifier : {"patient", "pharmacy", "drugname", "prescriber", "scriptnote", "filltype", "scriptnum",
-                                   "remainingrefills", "cost", "dispensedate"}) {
+    for (const char* identifier : {"patient", "pharmacy", "drugname", "prescriber", "scriptnote", "filltype",
+                                   "scriptnum", "remainingrefills", "cost", "dispensedate"}) {
         const auto& columns = outlets.tableViewTab1.columns();
         const auto column = std::ranges::find(columns, identifier, &TableView::Column::identifier);
         titles.push_back(column == columns.end() ? std::string() : localized(column->title));
@@ -124,8 +124,8 @@ void KPXAppDelegate::setChange(Button& changeBtn, Button& deleteBtn, bool onOff)
 }
 
 void KPXAppDelegate::enableDisableShow(DateField* beginDate, DateField* endDate, PopUpButton& patientPop,
-                                       PopUpButton& drugPop, [[maybe_unused]] PopUpButton* prescriberPop, Control& showBtn,
-                                       bool enable) {
+                                       PopUpButton& drugPop, [[maybe_unused]] PopUpButton* prescriberPop,
+                                       Control& showBtn, bool enable) {
     if (beginDate) {
         beginDate->setEnabled(enable);
     }

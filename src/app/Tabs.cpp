@@ -31,12 +31,12 @@ void KPXAppDelegate::gateShowControls(int tab, bool enable) {
                               outlets.showBtnTab2, enable);
             break;
         case 2:
-            enableDisableShow(&outlets.beginDateTab3, &outlets.endDateTab3, outlets.patientPopTab3, outlets.drugNamePopTab3,
-                              nullptr, outlets.showBtnTab3, enable);
+            enableDisableShow(&outlets.beginDateTab3, &outlets.endDateTab3, outlets.patientPopTab3,
+                              outlets.drugNamePopTab3, nullptr, outlets.showBtnTab3, enable);
             break;
         case 3:
-            enableDisableShow(&outlets.beginDateTab4, &outlets.endDateTab4, outlets.patientPopTab4, outlets.drugNamePopTab4,
-                              nullptr, outlets.printBtnTab4, enable);
+            enableDisableShow(&outlets.beginDateTab4, &outlets.endDateTab4, outlets.patientPopTab4,
+                              outlets.drugNamePopTab4, nullptr, outlets.printBtnTab4, enable);
             break;
         default:
             break;
@@ -45,17 +45,18 @@ void KPXAppDelegate::gateShowControls(int tab, bool enable) {
 
 void KPXAppDelegate::noPrescriptionHistoryDataMsg() {
     constexpr char paragraph[] = "\r\r";
-    doSheetAlert(mainWindow,
-                 formatted("%@%@%@%@%@",
-                           {localized("This tab requires data to function and is temporarily unavailable until history "
-                                      "data is added."),
-                            paragraph,
-                            localized("At least one Patient, one Prescriber, one Pharmacy and one Drug need to be added "
-                                      "before Prescription history data can be added"),
-                            paragraph,
-                            localized("Once Prescription history data is entered on tab one, this tab and other tabs will "
-                                      "be enabled.")}),
-                 localized("Warning: No Prescription History Data Found"));
+    doSheetAlert(
+        mainWindow,
+        formatted("%@%@%@%@%@",
+                  {localized("This tab requires data to function and is temporarily unavailable until history "
+                             "data is added."),
+                   paragraph,
+                   localized("At least one Patient, one Prescriber, one Pharmacy and one Drug need to be added "
+                             "before Prescription history data can be added"),
+                   paragraph,
+                   localized("Once Prescription history data is entered on tab one, this tab and other tabs will "
+                             "be enabled.")}),
+        localized("Warning: No Prescription History Data Found"));
 }
 
 }  // namespace kpx

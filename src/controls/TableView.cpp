@@ -44,8 +44,7 @@ void TableView::userRightClickRow(int row) { m_clickedRow = row < numberOfRows()
 
 void TableView::userSort(const std::string& column, bool ascending) {
     std::erase_if(m_sortDescriptors, [&](const SortDescriptor& descriptor) { return descriptor.key == column; });
-    m_sortDescriptors.insert(m_sortDescriptors.begin(),
-                             {column, ascending, Comparison::LocalizedCaseInsensitive});
+    m_sortDescriptors.insert(m_sortDescriptors.begin(), {column, ascending, Comparison::LocalizedCaseInsensitive});
     if (dataSource) {
         dataSource->sortDescriptorsDidChange(*this);
     }

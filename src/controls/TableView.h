@@ -18,9 +18,11 @@ public:
     virtual ~TableViewDataSource() = default;
     virtual int numberOfRowsInTableView(const TableView& tableView) const = 0;
     /// Null where the row has no value, or the table or row is unknown. Valid until the rows change.
-    virtual const Value* tableView(const TableView& tableView, const std::string& objectValueForTableColumn, int row) const = 0;
+    virtual const Value* tableView(const TableView& tableView, const std::string& objectValueForTableColumn,
+                                   int row) const = 0;
     /// Stores an edited value.
-    virtual void tableView(TableView& tableView, const Value& setObjectValue, const std::string& forTableColumn, int row) = 0;
+    virtual void tableView(TableView& tableView, const Value& setObjectValue, const std::string& forTableColumn,
+                           int row) = 0;
     /// The table's sort descriptors changed: sort its rows.
     virtual void sortDescriptorsDidChange(TableView& tableView) = 0;
     /// Whether the cell is drawn in red.
@@ -34,7 +36,7 @@ public:
         std::string identifier;
         std::string title;
         /// Whether the user may edit its cells in place.
-        bool editable = false;
+        bool editable = true;
     };
 
     TableView(ControlRegistry& registry, std::string_view name, Place place, std::vector<Column> columns);

@@ -37,7 +37,9 @@ std::string formatted(std::string_view format, std::initializer_list<std::string
             position += 2;
             continue;
         }
-        const std::size_t length = rest.starts_with("%ld") ? 3 : rest.starts_with("%@") || rest.starts_with("%d") ? 2 : 0;
+        const std::size_t length = rest.starts_with("%ld")                            ? 3
+                                   : rest.starts_with("%@") || rest.starts_with("%d") ? 2
+                                                                                      : 0;
         if (length == 0) {
             result += rest.front();
             ++position;

@@ -28,7 +28,9 @@ Record::Record() = default;
 Record::Record(std::initializer_list<Field> fields) : Record(Fields(fields)) {}
 Record::Record(Fields fields) : m_fields(fields.empty() ? nullptr : std::make_shared<Fields>(std::move(fields))) {}
 
-Record::Fields::const_iterator Record::begin() const { return m_fields ? m_fields->cbegin() : Fields::const_iterator{}; }
+Record::Fields::const_iterator Record::begin() const {
+    return m_fields ? m_fields->cbegin() : Fields::const_iterator{};
+}
 Record::Fields::const_iterator Record::end() const { return m_fields ? m_fields->cend() : Fields::const_iterator{}; }
 bool Record::empty() const { return !m_fields || m_fields->empty(); }
 std::size_t Record::size() const { return m_fields ? m_fields->size() : 0; }

@@ -104,7 +104,8 @@ using Records = std::vector<Record>;
 class Value {
 public:
     /// The unsigned integer holds only numbers too large for the signed one.
-    using Variant = std::variant<Text, std::int64_t, std::uint64_t, double, bool, Date, Data, UniqueIdentifier, Array, Record>;
+    using Variant =
+        std::variant<Text, std::int64_t, std::uint64_t, double, bool, Date, Data, UniqueIdentifier, Array, Record>;
 
     Value(Text text) : m_value(std::move(text)) {}
     Value(std::string text) : m_value(Text(std::move(text))) {}

@@ -36,9 +36,7 @@ double calcTotalCost(const Records& records, std::string_view forKey, const Envi
     return total;
 }
 
-double calcAvgCost(double total, double elapsedMonths) {
-    return elapsedMonths >= 1.0 ? total / elapsedMonths : total;
-}
+double calcAvgCost(double total, double elapsedMonths) { return elapsedMonths >= 1.0 ? total / elapsedMonths : total; }
 
 std::optional<DateRange> earliestDate(Records& records, std::string_view usingDateKey, const Environment& environment) {
     if (records.empty()) {

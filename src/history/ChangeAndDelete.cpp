@@ -28,8 +28,7 @@ bool equalUnder(std::span<const char* const> keys, const Record& left, const Rec
 std::optional<std::size_t> copyFilterArrayAndRetain(const Records& history, const Record& usingTableRowDict) {
     const auto record = std::ranges::find_if(
         history, [&](const Record& candidate) { return equalUnder(fillKeys, candidate, usingTableRowDict); });
-    return record == history.end() ? std::nullopt
-                                   : std::optional(static_cast<std::size_t>(record - history.begin()));
+    return record == history.end() ? std::nullopt : std::optional(static_cast<std::size_t>(record - history.begin()));
 }
 
 std::vector<std::size_t> copyFilterBasedOnRxPharmPatient(const Records& history, const Record& usingTableRowDict) {

@@ -46,9 +46,8 @@ std::optional<Predicate> copyPredicateString(const std::optional<std::string>& p
 
 std::optional<Predicate> copyPredicateString(const std::optional<std::string>& patient,
                                              const std::optional<std::string>& drug) {
-    const std::string format =
-        formatted("%@ %@", {patient ? "MHPatientKey == %@" : "MHPatientKey LIKE[cd] %@",
-                            drug ? "AND MHDrugKey == %@" : "AND MHDrugKey LIKE[cd] %@ "});
+    const std::string format = formatted("%@ %@", {patient ? "MHPatientKey == %@" : "MHPatientKey LIKE[cd] %@",
+                                                   drug ? "AND MHDrugKey == %@" : "AND MHDrugKey LIKE[cd] %@ "});
     return Predicate::withFormat(format, {patient.value_or(anything), drug.value_or(anything)});
 }
 

@@ -12,8 +12,8 @@ constexpr char enterAndTryAgain[] = "Please enter it and try again, Thank you";
 
 }  // namespace
 
-std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input, const Environment& environment,
-                                                const LocalizedStrings& localized) {
+std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input,
+                                                const Environment& environment, const LocalizedStrings& localized) {
     std::optional<InputRefusal> refusal;
     if (!form.patient) {
         refusal = {localized("Patient name is required"),

@@ -41,7 +41,7 @@ struct InputRefusal {
 
 /// Runs every check over the form. When several fail the last one is reported, deliberately: the later
 /// fields are the ones just typed. Otherwise fills `input` (all but the refills remaining).
-std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input, const Environment& environment,
-                                                const LocalizedStrings& localized);
+std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input,
+                                                const Environment& environment, const LocalizedStrings& localized);
 
 }  // namespace kpx

@@ -9,8 +9,9 @@ namespace kpx {
 
 std::variant<AddRefusal, AddPlan> planAddition(const Records& history, const InputArray& input,
                                                const std::string& fillType, const LocalizedStrings& localized) {
-    const Record initial = copyFindDictInArray(history, {MHRxNumberKey, input.rxNumber}, {MHFillTypeKey, fillTypeInitial},
-                                               {MHPharmacyKey, input.pharmacy}, {MHPatientKey, input.patient});
+    const Record initial =
+        copyFindDictInArray(history, {MHRxNumberKey, input.rxNumber}, {MHFillTypeKey, fillTypeInitial},
+                            {MHPharmacyKey, input.pharmacy}, {MHPatientKey, input.patient});
     if (fillType == fillTypeInitial) {
         if (!initial.empty()) {
             return AddRefusal{

@@ -81,7 +81,8 @@ ListWarning historyUseWarning(const ListKind& kind, const std::string& name, con
             localized(" because it is used in prescription maintenance data.") +
             formatted(localized("\r\rRecommend re-adding the %@ just deleted to avoid data integrity issues."), {word}),
         formatted(localized("Deleting a %@ "), {word}) +
-            formatted(localized("creates a mismatch between the %@ data and the prescription maintenance data."), {word})};
+            formatted(localized("creates a mismatch between the %@ data and the prescription maintenance data."),
+                      {word})};
 }
 
 }  // namespace kpx

@@ -2,8 +2,8 @@
 
 #include "core/PropertyList.h"
 
-#include <string_view>
 #include <sys/stat.h>
+#include <string_view>
 
 namespace kpx {
 

@@ -9,27 +9,33 @@ RelocationText relocationText(const std::filesystem::path& file, std::string_vie
     const std::string informative =
         formatted(localized("Receipt file:\t\"%@\",\rLocated at:\t\"%@\"\r\r"),
                   {file.filename().string(), file.string()}) +
-        formatted(localized("needs to be relocated inside \"%@\", with GRV's other data files, or a folder within it.\r\r"),
-                  {folder}) +
+        formatted(
+            localized("needs to be relocated inside \"%@\", with GRV's other data files, or a folder within it.\r\r"),
+            {folder}) +
         localized("What to do next:\r") +
-        formatted(localized("\t1. Use KPX's Help menu item, \"Show Data Files in Finder\", to open the \"%@\", folder.\r"),
-                  {folder}) +
+        formatted(
+            localized("\t1. Use KPX's Help menu item, \"Show Data Files in Finder\", to open the \"%@\", folder.\r"),
+            {folder}) +
         formatted(localized("\t   It should open a Finder window showing a folder named %@ and its data files.\r\r"),
                   {folder}) +
-        formatted(localized("\t2. Create a folder( assuming one doesn't exist already ) within \"%@\" to store receipts.\r\r"),
-                  {folder}) +
+        formatted(
+            localized(
+                "\t2. Create a folder( assuming one doesn't exist already ) within \"%@\" to store receipts.\r\r"),
+            {folder}) +
         localized("\t3. Put receipt image files in the folder created & use them when dragging receipts to KPX\r\r") +
         formatted(
-            localized("\t•  Note: other receipt files, already used by KPX, but not inside \"%@\", will need relocation\r"),
+            localized(
+                "\t•  Note: other receipt files, already used by KPX, but not inside \"%@\", will need relocation\r"),
             {folder}) +
         localized("\t   and reattachment ( by changing maintenance in KPX ) with this same process.\r");
-    return {.message = formatted(localized("Receipt file is NOT stored in KPX's data folder named: \"%@\"."), {folder}),
-            .informative = informative,
-            .openButton = formatted(
-                localized("Thank you for the reminder. Ok, I understand. Please open the \"%@\" folder for me"), {folder}),
-            .openToolTip = formatted(localized("This button opens the \"%@\" folder in the Finder"), {folder}),
-            .cancelButton = localized("Cancel"),
-            .cancelToolTip = localized("Dismisses this dialog & aborts the receipt file's drag to KPX")};
+    return {
+        .message = formatted(localized("Receipt file is NOT stored in KPX's data folder named: \"%@\"."), {folder}),
+        .informative = informative,
+        .openButton = formatted(
+            localized("Thank you for the reminder. Ok, I understand. Please open the \"%@\" folder for me"), {folder}),
+        .openToolTip = formatted(localized("This button opens the \"%@\" folder in the Finder"), {folder}),
+        .cancelButton = localized("Cancel"),
+        .cancelToolTip = localized("Dismisses this dialog & aborts the receipt file's drag to KPX")};
 }
 
 }  // namespace kpx

@@ -29,8 +29,9 @@ std::string nameInLine(std::string_view line) {
 }  // namespace
 
 std::string reminderText(const RemindedPrescription& prescription, const LocalizedStrings& localized) {
-    return formatted("%@%@ %@\r %@%@ %@\r %@", {localized("Prescription"), ":", prescription.drug,
-                                                localized("for patient"), ":", prescription.patient, localized("is due")});
+    return formatted("%@%@ %@\r %@%@ %@\r %@",
+                     {localized("Prescription"), ":", prescription.drug, localized("for patient"), ":",
+                      prescription.patient, localized("is due")});
 }
 
 std::optional<RemindedPrescription> prescriptionFromReminderText(std::string_view text) {
@@ -56,9 +57,9 @@ ReminderCaption reminderCaption(bool row, std::optional<Date> nextFillDate, cons
     if (!nextFillDate || *nextFillDate <= environment.now) {
         return refusal("Can't set reminder: prescription's 'Next Fill' date must be a future date");
     }
-    return {formatted("%@  %@",
-                      {localized("Prescription selected for:"), mediumStyleFromDate(*nextFillDate, environment)}),
-            true};
+    return {
+        formatted("%@  %@", {localized("Prescription selected for:"), mediumStyleFromDate(*nextFillDate, environment)}),
+        true};
 }
 
 }  // namespace kpx
