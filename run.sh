@@ -24,16 +24,9 @@ take_tour() {
     packaging/install-missing.sh build window display
     build_release velmora_tour
 
-    throw_away="$(mktemp -d)"
-    trap 'rm -rf "$throw_away"' EXIT
-    mkdir -m 700 "$throw_away"/{home,data,config,cache,state,runtime}
     rm -rf build/tour
     mkdir -p build/tour
-
-    env HOME="$throw_away/home" XDG_DATA_HOME="$throw_away/data" XDG_CONFIG_HOME="$throw_away/config" \
-        XDG_CACHE_HOME="$throw_away/cache" XDG_STATE_HOME="$throw_away/state" \
-        XDG_RUNTIME_DIR="$throw_away/runtime" \
-        tests/ui/with-display.sh build/release/bin/velmora_tour build/tour </dev/null
+    tests/ui/with-display.sh build/release/bin/velmora_tour "$PWD/build/tour" </dev/null
 
     echo "The tour is over. It left in build/tour/:"
     find build/tour -type f -printf '  %P\n' | sort
