@@ -1,0 +1,78 @@
+#include "ui/bindings/ButtonBinding.h"
+
+#include "ui/Conversions.h"
+#include "ui/views/DropButton.h"
+#include "ui/views/ReceiptImage.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QFileInfo>
+#include <QIcon>
+#include <QSignalBlocker>
+
+#include <memory>
+#include <utility>
+
+namespace kpx {
+
+namespace {
+
+QString withoutMnemonic(QString text) { return text.remove(QLatin1Char('&')); }
+
+/// The form's own text carries the mnemonic; it stands as long as it says what the control says.
+template <class Widget>
+void showTitle(const Button& control, Widget& widget) {
+    const QString title = qstring(control.title());
+    if (!title.isEmpty() && withoutMnemonic(widget.text()) != title) {
+        widget.setText(title);
+    }
+}
+
+void showImage(const Button& control, QAbstractButton& widget) {
+    const QString resource = QStringLiteral(":/images/") + qstring(control.image());
+    widget.setIcon(control.image().empty() || !QFileInfo::exists(resource) ? QIcon() : QIcon(resource));
+}
+
+std::function<void()> clickOf(Button& control, std::function<void()> beforeClick) {
+    return [&control, before = std::move(beforeClick)] {
+        before();
+        // Ending an edit may have switched the button off.
+        if (control.isEnabled()) {
+            control.userClick();
+        }
+    };
+}
+
+}  // namespace
+
+void bind(Button& control, QAbstractButton& widget, std::function<void()> beforeClick) {
+    control.changed = [&control, &widget] {
+        showTitle(control, widget);
+        showImage(control, widget);
+        widget.setEnabled(control.isEnabled());
+    };
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, std::move(beforeClick)));
+}
+
+void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
+    control.changed = [&control, &widget] {
+        showTitle(control, widget);
+        widget.setEnabled(control.isEnabled());
+    };
+    QObject::connect(&widget, &QAction::triggered, &widget, clickOf(control, std::move(beforeClick)));
+}
+
+void bind(KPXDropButton& control, DropButton& widget, std::function<void()> beforeClick) {
+    auto shown = std::make_shared<std::string>();
+    control.changed = [&control, &widget, shown] {
+        if (*shown != control.image()) {
+            *shown = control.image();
+            widget.setPicture(receiptThumbnail(qstring(control.image()), widget.sizeHint() * widget.devicePixelRatioF()));
+        }
+        widget.setDragInside(control.dragInside());
+        widget.setEnabled(control.isEnabled());
+    };
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, std::move(beforeClick)));
+}
+
+}  // namespace kpx

@@ -1,0 +1,78 @@
+#include "ui/bindings/PanelBindings.h"
+
+#include "ui/Conversions.h"
+#include "ui/views/PopoverFrame.h"
+#include "ui/views/ReceiptView.h"
+#include "ui/views/SheetDialog.h"
+
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QTabWidget>
+
+#include <utility>
+
+namespace kpx {
+
+void bind(TabView& control, QTabWidget& widget) {
+    control.changed = [&control, &widget] {
+        const QSignalBlocker noUserAct(widget);
+        widget.setCurrentIndex(control.selectedTab());
+    };
+    QObject::connect(&widget, &QTabWidget::currentChanged, &widget, [&control](int index) { control.selectTab(index); });
+}
+
+void bind(Sheet& control, SheetDialog& widget) {
+    control.changed = [&control, &widget] {
+        if (control.isOpen() && !widget.isVisible()) {
+            widget.open();
+        } else if (!control.isOpen() && widget.isVisible()) {
+            widget.endSheet();
+        }
+    };
+}
+
+void bind(Popover& control, PopoverFrame& widget, std::function<QWidget*(const Control&)> widgetForControl) {
+    control.changed = [&control, &widget, find = std::move(widgetForControl)] {
+        QWidget* anchor = control.isOpen() ? find(*control.anchor()) : nullptr;
+        if (anchor) {
+            widget.showBeside(anchor);
+        } else if (widget.isVisible()) {
+            widget.hide();
+        }
+    };
+    QObject::connect(&widget, &PopoverFrame::closed, &widget, [&control] { control.close(); });
+}
+
+void bind(Menu& control, QMenu& widget) {
+    control.changed = [&control, &widget] {
+        widget.clear();
+        for (std::size_t index = 0; index < control.items().size(); ++index) {
+            const Menu::Item& item = control.items()[index];
+            // A name in it may hold the character that would mark a mnemonic.
+            QAction* action = widget.addAction(qstring(item.title).replace(QLatin1Char('&'), QStringLiteral("&&")));
+            action->setEnabled(item.enabled);
+            QObject::connect(action, &QAction::triggered, &widget, [&control, index] {
+                if (control.action) {
+                    control.action(static_cast<int>(index));
+                }
+            });
+        }
+    };
+    QObject::connect(&widget, &QMenu::aboutToShow, &widget, [&control] {
+        if (control.needsUpdate) {
+            control.needsUpdate();
+        }
+    });
+}
+
+void bind(KPXReceiptView& control, ReceiptView& widget) {
+    control.changed = [&control, &widget] {
+        if (control.content() == KPXReceiptView::Content::Image) {
+            widget.showImage(qstring(control.file()));
+        } else {
+            widget.clear();
+        }
+    };
+}
+
+}  // namespace kpx

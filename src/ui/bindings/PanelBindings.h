@@ -1,0 +1,25 @@
+#pragma once
+
+#include "controls/Panels.h"
+#include "controls/Receipt.h"
+
+#include <functional>
+
+class QMenu;
+class QTabWidget;
+class QWidget;
+
+namespace kpx {
+
+class PopoverFrame;
+class ReceiptView;
+class SheetDialog;
+
+void bind(TabView& control, QTabWidget& widget);
+void bind(Sheet& control, SheetDialog& widget);
+/// `widgetForControl` finds the widget that it is to hang from.
+void bind(Popover& control, PopoverFrame& widget, std::function<QWidget*(const Control&)> widgetForControl);
+void bind(Menu& control, QMenu& widget);
+void bind(KPXReceiptView& control, ReceiptView& widget);
+
+}  // namespace kpx

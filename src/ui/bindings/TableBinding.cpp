@@ -1,0 +1,82 @@
+#include "ui/bindings/TableBinding.h"
+
+#include "ui/Conversions.h"
+#include "ui/views/CellText.h"
+#include "ui/views/RecordTableModel.h"
+#include "ui/views/RecordTableView.h"
+
+#include <QHeaderView>
+#include <QMenu>
+#include <QSignalBlocker>
+
+#include <utility>
+
+namespace kpx {
+
+namespace {
+
+void setUsualWidths(const TableView& control, RecordTableView& widget) {
+    const int character = widget.fontMetrics().averageCharWidth();
+    QHeaderView* header = widget.horizontalHeader();
+    for (int index = 0; index < static_cast<int>(control.columns().size()); ++index) {
+        const TableView::Column& column = control.columns()[static_cast<std::size_t>(index)];
+        const int title = widget.fontMetrics().horizontalAdvance(qstring(column.title)) + 32;
+        header->resizeSection(index, qMax(title, usualCharacters(column.identifier) * character + 16));
+    }
+    header->setStretchLastSection(true);
+}
+
+void showSelection(const TableView& control, RecordTableView& widget) {
+    const QSignalBlocker noUserAct(widget);
+    const int row = control.selectedRow();
+    const int column = qMax(0, widget.currentIndex().column());
+    const QModelIndex current = widget.currentIndex();
+    if (row < 0) {
+        widget.setCurrentIndex({});
+        widget.clearSelection();
+    } else if (current.row() != row || !widget.selectionModel()->isRowSelected(row)) {
+        widget.setCurrentIndex(widget.model()->index(row, column));
+    }
+}
+
+void showSortOrder(const TableView& control, RecordTableView& widget) {
+    if (control.sortDescriptors().empty()) {
+        return;
+    }
+    const SortDescriptor& latest = control.sortDescriptors().front();
+    for (int index = 0; index < static_cast<int>(control.columns().size()); ++index) {
+        if (control.columns()[static_cast<std::size_t>(index)].identifier == latest.key) {
+            const QSignalBlocker noUserAct(widget.horizontalHeader());
+            widget.horizontalHeader()->setSortIndicator(index, latest.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+            widget.horizontalHeader()->viewport()->update();
+        }
+    }
+}
+
+}  // namespace
+
+void bind(TableView& control, RecordTableView& widget, std::function<Environment()> environment) {
+    auto* model = new RecordTableModel(control, std::move(environment), &widget);
+    widget.setModel(model);
+    setUsualWidths(control, widget);
+    control.changed = [&control, &widget, model] {
+        model->refresh();
+        showSelection(control, widget);
+        showSortOrder(control, widget);
+        widget.setEnabled(control.isEnabled());
+        widget.viewport()->update();
+    };
+    QObject::connect(&widget, &RecordTableView::rowClicked, &widget, [&control](int row) { control.userClickRow(row); });
+    QObject::connect(&widget, &RecordTableView::rowDoubleClicked, &widget,
+                     [&control](int row) { control.userDoubleClickRow(row); });
+    QObject::connect(&widget, &RecordTableView::contextMenuWanted, &widget,
+                     [&control, &widget](int row, const QPoint& position) {
+                         control.userRightClickRow(row);
+                         const QString name = widget.property("contextMenu").toString();
+                         if (auto* menu = name.isEmpty() ? nullptr : widget.window()->findChild<QMenu*>(name)) {
+                             menu->popup(position);
+                         }
+                     });
+}
+
+}  // namespace kpx

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "controls/TableView.h"
+#include "core/Environment.h"
+
+#include <functional>
+
+namespace kpx {
+
+class RecordTableView;
+
+/// `environment` gives the instant and region in which values are shown.
+void bind(TableView& control, RecordTableView& widget, std::function<Environment()> environment);
+
+}  // namespace kpx

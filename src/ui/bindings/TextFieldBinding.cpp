@@ -1,0 +1,44 @@
+#include "ui/bindings/TextFieldBinding.h"
+
+#include "ui/Conversions.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+namespace kpx {
+
+namespace {
+
+void showText(QLineEdit& widget, const QString& text) {
+    if (widget.text() == text) {
+        return;
+    }
+    // After a refused or shortened edit the cursor goes back by what was taken away.
+    const auto position = static_cast<int>(widget.cursorPosition() + text.size() - widget.text().size());
+    widget.setText(text);
+    widget.setCursorPosition(widget.hasFocus() ? qBound(0, position, static_cast<int>(text.size())) : 0);
+}
+
+}  // namespace
+
+void bind(TextField& control, QLineEdit& widget) {
+    widget.setReadOnly(!control.isEditable());
+    control.changed = [&control, &widget] {
+        const QSignalBlocker noKeystroke(widget);
+        showText(widget, qstring(control.text()));
+        widget.setEnabled(control.isEnabled());
+    };
+    if (control.isEditable()) {
+        QObject::connect(&widget, &QLineEdit::textEdited, &widget,
+                         [&control](const QString& text) { control.userEdit(utf8(text)); });
+        QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&control] { control.userEndEditing(); });
+    }
+}
+
+void bind(Label& control, QLabel& widget) {
+    widget.setTextFormat(Qt::PlainText);
+    control.changed = [&control, &widget] { widget.setText(qstring(control.text())); };
+}
+
+}  // namespace kpx

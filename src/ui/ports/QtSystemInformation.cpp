@@ -1,0 +1,106 @@
+#include "ui/ports/QtSystemInformation.h"
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QTimeZone>
+#include <QVariant>
+
+#include <cstdlib>
+
+namespace kpx {
+
+namespace {
+
+constexpr uint preferDark = 1;
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString colorScheme = QStringLiteral("color-scheme");
+
+/// Older portals wrap the value twice.
+QVariant unwrapped(QVariant value) {
+    while (value.canConvert<QDBusVariant>()) {
+        value = qvariant_cast<QDBusVariant>(value).variant();
+    }
+    return value;
+}
+
+std::optional<uint> readColorScheme() {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        return std::nullopt;
+    }
+    // A desktop without a portal must not hold up the first window.
+    constexpr int timeOutInMilliseconds = 500;
+    for (const char* method : {"ReadOne", "Read"}) {
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QLatin1String(method));
+        call << appearance << colorScheme;
+        const QDBusMessage reply = bus.call(call, QDBus::Block, timeOutInMilliseconds);
+        if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+            return unwrapped(reply.arguments().constFirst()).toUInt();
+        }
+        if (reply.errorName() != QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod")) {
+            break;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string firstSet(std::initializer_list<const char*> variables) {
+    for (const char* variable : variables) {
+        const char* value = std::getenv(variable);
+        if (value && *value) {
+            return value;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+QtSystemInformation::QtSystemInformation() : m_dark(readColorScheme() == preferDark) {
+    QDBusConnection::sessionBus().connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                                          SLOT(settingChanged(QDBusMessage)));
+}
+
+SystemInformation::Version QtSystemInformation::systemVersion() {
+    // A fixed level, not the kernel's number: what the program asks of it is whether the desktop is recent
+    // enough for a dark appearance, and a kernel's 6.x would read as too old and switch that off for good.
+    return {11, 0};
+}
+
+Region QtSystemInformation::region() {
+    const std::string locale = firstSet({"LC_ALL", "LC_TIME", "LC_MONETARY", "LANG"});
+    const std::string zone = QTimeZone::systemTimeZoneId().toStdString();
+    const std::string both = locale + '\n' + zone;
+    // Its calendars and formatters take long to make; they are kept until something changes.
+    if (!m_region || m_region->first != both) {
+        m_region.emplace(both, Region(locale, zone));
+    }
+    return m_region->second;
+}
+
+std::string QtSystemInformation::appearanceStyle() { return m_dark ? "Dark" : ""; }
+
+void QtSystemInformation::settingChanged(const QDBusMessage& message) {
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() == 3 && arguments[0].toString() == appearance && arguments[1].toString() == colorScheme) {
+        setDark(unwrapped(arguments[2]).toUInt() == preferDark);
+    }
+}
+
+void QtSystemInformation::setDark(bool dark) {
+    if (m_dark == dark) {
+        return;
+    }
+    m_dark = dark;
+    Q_EMIT darkChanged(dark);
+    if (appearanceDidChange) {
+        appearanceDidChange();
+    }
+}
+
+}  // namespace kpx

@@ -1,0 +1,65 @@
+#include "ui/ports/QtWindowPresenter.h"
+
+#include "ui/Conversions.h"
+#include "ui/views/SplashWindow.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QTimer>
+#include <QWidget>
+
+namespace kpx {
+
+QtWindowPresenter::~QtWindowPresenter() { delete m_splash.data(); }
+
+void QtWindowPresenter::makeFirstResponder(const Control& control) {
+    if (QWidget* widget = widgetForControl ? widgetForControl(control) : nullptr) {
+        // Its window may wait behind an alert; the focus is there when the alert is gone.
+        widget->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void QtWindowPresenter::beep() { QApplication::beep(); }
+
+void QtWindowPresenter::showSplash(const std::vector<std::string>& fields) {
+    QStringList lines;
+    for (const std::string& field : fields) {
+        lines.append(qstring(field));
+    }
+    closeSplash();
+    m_splash = new SplashWindow(lines);
+    m_splash->showOver(m_window);
+}
+
+void QtWindowPresenter::closeSplash() { delete m_splash.data(); }
+
+void QtWindowPresenter::makeMainWindowKeyAndFront(bool evenIfAnotherIsActive) {
+    if (!m_window) {
+        return;
+    }
+    m_window->show();
+    m_window->raise();
+    const bool anotherIsActive = QApplication::applicationState() != Qt::ApplicationActive;
+    if (QApplication::activeWindow() == nullptr && (evenIfAnotherIsActive || !anotherIsActive)) {
+        m_window->activateWindow();
+    }
+    if (m_splash) {
+        m_splash->raise();
+    }
+}
+
+void QtWindowPresenter::setSmallFont(const Control& control) {
+    if (QWidget* widget = widgetForControl ? widgetForControl(control) : nullptr) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(font.pointSizeF() * 0.88);
+        widget->setFont(font);
+    }
+}
+
+void QtWindowPresenter::terminate() {
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); });
+}
+
+void QtWindowPresenter::log(const std::string& text) { qInfo().noquote() << qstring(text); }
+
+}  // namespace kpx

@@ -1,0 +1,13 @@
+#pragma once
+
+class QApplication;
+
+namespace kpx {
+
+/// Gives the application its style; once, before the first window.
+void installStyle(QApplication& application);
+
+/// Light or dark, at once and in every window.
+void showAppearance(QApplication& application, bool dark);
+
+}  // namespace kpx

@@ -1,0 +1,350 @@
+#include "ui/style/CalmStyle.h"
+
+#include "ui/style/Colors.h"
+#include "ui/style/Strokes.h"
+
+#include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOption>
+#include <QTabBar>
+#include <QToolButton>
+
+namespace kpx {
+
+namespace {
+
+constexpr int fieldHeight = 30;
+
+bool isOn(const QStyleOption* option, QStyle::StateFlag flag) { return option->state & flag; }
+
+bool isMainButton(const QWidget* widget, const QStyleOption* option) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    return (widget && widget->property("accent").toBool()) ||
+           (button && (button->features & QStyleOptionButton::DefaultButton));
+}
+
+QColor edgeColor(const QStyleOption* option) {
+    const QColor edge = option->palette.color(QPalette::Mid);
+    return isOn(option, QStyle::State_Enabled) ? edge : option->palette.color(QPalette::Midlight);
+}
+
+QColor buttonFill(const QStyleOption* option, bool main) {
+    const QPalette& palette = option->palette;
+    if (!isOn(option, QStyle::State_Enabled)) {
+        return palette.color(QPalette::Disabled, QPalette::Button);
+    }
+    QColor fill = palette.color(main ? QPalette::Highlight : QPalette::Button);
+    const QColor ink = palette.color(main ? QPalette::HighlightedText : QPalette::ButtonText);
+    if (isOn(option, QStyle::State_Sunken)) {
+        fill = mixed(fill, ink, 0.16);
+    } else if (isOn(option, QStyle::State_MouseOver)) {
+        fill = mixed(fill, ink, 0.07);
+    }
+    return fill;
+}
+
+void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget* widget) {
+    const bool main = isMainButton(widget, option) && isOn(option, QStyle::State_Enabled);
+    const bool focus = isOn(option, QStyle::State_HasFocus) && isOn(option, QStyle::State_KeyboardFocusChange);
+    const QColor fill = buttonFill(option, main);
+    const QColor ring = main ? option->palette.color(QPalette::WindowText) : option->palette.color(QPalette::Highlight);
+    drawBox(*painter, option->rect, fill, main ? fill : edgeColor(option), focus, ring);
+}
+
+void drawField(const QStyleOption* option, QPainter* painter, bool focus) {
+    drawBox(*painter, option->rect, option->palette.color(QPalette::Base), edgeColor(option), focus,
+            option->palette.color(QPalette::Highlight));
+}
+
+void drawIndicator(const QStyleOption* option, QPainter* painter, bool round) {
+    const bool enabled = isOn(option, QStyle::State_Enabled);
+    const bool on = isOn(option, QStyle::State_On);
+    const QPalette& palette = option->palette;
+    const QColor accent = palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::Highlight);
+    const QColor fill = on ? accent : palette.color(QPalette::Base);
+    const QColor edge = on ? accent : isOn(option, QStyle::State_MouseOver) && enabled ? accent : edgeColor(option);
+    const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(edge, isOn(option, QStyle::State_HasFocus) ? 2 : 1));
+    painter->setBrush(fill);
+    if (round) {
+        painter->drawEllipse(box);
+        if (on) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(palette.color(QPalette::HighlightedText));
+            painter->drawEllipse(box.center(), box.width() * 0.2, box.width() * 0.2);
+        }
+    } else {
+        painter->drawRoundedRect(box, 3.5, 3.5);
+    }
+    painter->restore();
+    if (on && !round) {
+        drawCheckMark(*painter, box, palette.color(QPalette::HighlightedText));
+    }
+}
+
+/// A plain frame is a card: raised ground with a thin edge. Around a list only the edge is drawn.
+void drawPanel(const QStyleOption* option, QPainter* painter, const QWidget* widget) {
+    const bool card = !qobject_cast<const QAbstractScrollArea*>(widget);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(option->palette.color(QPalette::Midlight), 1));
+    painter->setBrush(card ? QBrush(option->palette.color(QPalette::Active, QPalette::Base)) : QBrush(Qt::NoBrush));
+    const double corner = card ? 8 : 3;
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    painter->restore();
+}
+
+void drawTab(const QStyleOption* option, QPainter* painter) {
+    const bool selected = isOn(option, QStyle::State_Selected);
+    const bool lit = selected || isOn(option, QStyle::State_HasFocus);
+    const QRect bar(option->rect.left() + 12, option->rect.bottom() - 2, option->rect.width() - 24, 3);
+    if (!lit && !isOn(option, QStyle::State_MouseOver)) {
+        return;
+    }
+    painter->fillRect(bar, lit ? option->palette.color(QPalette::Highlight) : option->palette.color(QPalette::Mid));
+}
+
+void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* painter) {
+    const bool selected = isOn(tab, QStyle::State_Selected);
+    painter->save();
+    QFont font = painter->font();
+    font.setBold(selected);
+    painter->setFont(font);
+    const QPalette::ColorRole role = selected ? QPalette::WindowText : QPalette::PlaceholderText;
+    const bool focus = isOn(tab, QStyle::State_HasFocus) && isOn(tab, QStyle::State_KeyboardFocusChange);
+    if (focus) {
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(tab->palette.color(QPalette::Highlight), 1.5));
+        painter->drawRoundedRect(QRectF(tab->rect).adjusted(4, 5, -4, -6), 5, 5);
+    }
+    painter->setPen(tab->palette.color(role));
+    style->drawItemText(painter, tab->rect, Qt::AlignCenter | Qt::TextShowMnemonic, tab->palette, true, tab->text);
+    painter->restore();
+}
+
+}  // namespace
+
+CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void CalmStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
+        qobject_cast<QTabBar*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {
+        widget->setAttribute(Qt::WA_Hover);
+    }
+}
+
+void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    switch (element) {
+        case PE_PanelButtonCommand: drawPushButton(option, painter, widget); return;
+        case PE_PanelButtonTool:
+            if (isOn(option, State_Enabled) && (option->state & (State_MouseOver | State_Sunken | State_On))) {
+                const QColor ground = mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Highlight), 0.18);
+                drawBox(*painter, option->rect, ground, ground, false, ground);
+            }
+            if (isOn(option, State_HasFocus) && isOn(option, State_KeyboardFocusChange)) {
+                drawBox(*painter, option->rect, Qt::transparent, Qt::transparent, true, option->palette.color(QPalette::Highlight));
+            }
+            return;
+        case PE_FrameLineEdit: drawBox(*painter, option->rect, Qt::transparent, edgeColor(option), isOn(option, State_HasFocus), option->palette.color(QPalette::Highlight)); return;
+        case PE_PanelLineEdit: {
+            const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            if (frame && frame->lineWidth > 0) {
+                drawField(option, painter, isOn(option, State_HasFocus) && !isOn(option, State_ReadOnly));
+            }
+            return;
+        }
+        case PE_IndicatorCheckBox: drawIndicator(option, painter, false); return;
+        case PE_IndicatorRadioButton: drawIndicator(option, painter, true); return;
+        case PE_Frame:
+            if (widget && (widget->inherits("QFrame") || widget->inherits("QAbstractScrollArea"))) {
+                drawPanel(option, painter, widget);
+                return;
+            }
+            break;
+        case PE_FrameFocusRect:
+            // Buttons, tabs and fields show their focus themselves; what is left gets a quiet line.
+            if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QToolButton*>(widget) ||
+                qobject_cast<const QComboBox*>(widget)) {
+                return;
+            }
+            break;
+        case PE_FrameTabBarBase:
+            painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                              option->palette.color(QPalette::Midlight));
+            return;
+        case PE_IndicatorHeaderArrow: {
+            const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+            if (header && header->sortIndicator != QStyleOptionHeader::None) {
+                drawChevron(*painter, option->rect, option->palette.color(QPalette::Highlight),
+                            header->sortIndicator == QStyleOptionHeader::SortDown);
+            }
+            return;
+        }
+        default: break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    switch (element) {
+        case CE_PushButtonLabel:
+            if (isMainButton(widget, option) && isOn(option, State_Enabled)) {
+                QStyleOptionButton label(*qstyleoption_cast<const QStyleOptionButton*>(option));
+                label.palette.setColor(QPalette::ButtonText, label.palette.color(QPalette::HighlightedText));
+                QProxyStyle::drawControl(element, &label, painter, widget);
+                return;
+            }
+            break;
+        case CE_TabBarTabShape: drawTab(option, painter); return;
+        case CE_TabBarTabLabel:
+            if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
+                drawTabLabel(proxy(), tab, painter);
+                return;
+            }
+            break;
+        case CE_HeaderSection:
+            painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+            painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                              option->palette.color(QPalette::Midlight));
+            painter->fillRect(QRect(option->rect.right(), option->rect.top() + 7, 1, option->rect.height() - 14),
+                              option->palette.color(QPalette::Midlight));
+            return;
+        case CE_HeaderEmptyArea: painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+            painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                              option->palette.color(QPalette::Midlight));
+            return;
+        case CE_ComboBoxLabel:
+            if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option); combo && !combo->editable) {
+                const QRect field = subControlRect(CC_ComboBox, combo, SC_ComboBoxEditField, widget);
+                const QString text = combo->fontMetrics.elidedText(combo->currentText, Qt::ElideRight, field.width());
+                painter->setPen(combo->palette.color(isOn(combo, State_Enabled) ? QPalette::Active : QPalette::Disabled,
+                                                     QPalette::Text));
+                painter->drawText(field, Qt::AlignLeft | Qt::AlignVCenter, text);
+                return;
+            }
+            break;
+        default: break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const {
+    if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        control == CC_ComboBox && combo && !combo->editable) {
+        const bool focus = isOn(option, State_HasFocus);
+        drawBox(*painter, option->rect, buttonFill(option, false), edgeColor(option), focus,
+                option->palette.color(QPalette::Highlight));
+        const QRect arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
+        drawChevron(*painter, arrow, option->palette.color(isOn(option, State_Enabled) ? QPalette::Active : QPalette::Disabled,
+                                                           QPalette::ButtonText));
+        return;
+    }
+    if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+        control == CC_SpinBox && spin && spin->buttonSymbols == QAbstractSpinBox::NoButtons) {
+        drawField(option, painter, isOn(option, State_HasFocus));
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+        case PM_LayoutHorizontalSpacing:
+        case PM_LayoutVerticalSpacing: return 8;
+        case PM_LayoutLeftMargin:
+        case PM_LayoutRightMargin:
+        case PM_LayoutTopMargin:
+        case PM_LayoutBottomMargin: return 16;
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight: return 16;
+        case PM_CheckBoxLabelSpacing:
+        case PM_RadioButtonLabelSpacing: return 8;
+        case PM_TabBarTabHSpace: return 40;
+        case PM_TabBarTabVSpace: return 20;
+        case PM_TabBarTabShiftVertical:
+        case PM_TabBarTabOverlap:
+        case PM_TabBarTabShiftHorizontal: return 0;
+        case PM_ButtonShiftHorizontal:
+        case PM_ButtonShiftVertical: return 0;
+        case PM_HeaderMargin: return 6;
+        case PM_ToolTipLabelFrameWidth: return 6;
+        case PM_MessageBoxIconSize: return 40;
+        default: return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returnData) const {
+    switch (hint) {
+        case SH_ComboBox_Popup: return 0;
+        case SH_DialogButtonLayout: return QDialogButtonBox::GnomeLayout;
+        case SH_DialogButtonBox_ButtonsHaveIcons: return 0;
+        case SH_ItemView_ShowDecorationSelected: return 1;
+        case SH_TabBar_Alignment: return Qt::AlignLeft;
+        case SH_Table_GridLineColor: return static_cast<int>(option->palette.color(QPalette::Midlight).rgba());
+        case SH_FormLayoutLabelAlignment: return Qt::AlignLeft | Qt::AlignVCenter;
+        case SH_EtchDisabledText: return 0;
+        default: return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    switch (type) {
+        case CT_PushButton:
+            result.setHeight(qMax(result.height(), fieldHeight));
+            result.setWidth(qMax(result.width() + 16, 88));
+            break;
+        case CT_LineEdit:
+        case CT_ComboBox:
+        case CT_SpinBox: result.setHeight(qMax(result.height(), fieldHeight)); break;
+        case CT_HeaderSection: result.setHeight(qMax(result.height(), fieldHeight)); break;
+        case CT_CheckBox:
+        case CT_RadioButton: result.setHeight(qMax(result.height(), 24)); break;
+        case CT_ItemViewItem:
+            if (widget && widget->inherits("QComboBoxListView")) {
+                result.setHeight(qMax(result.height(), 26));
+            }
+            break;
+        default: break;
+    }
+    return result;
+}
+
+QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                                const QWidget* widget) const {
+    if (control == CC_ComboBox) {
+        constexpr int arrowWidth = 26;
+        constexpr int inset = 9;
+        const QRect all = option->rect;
+        if (subControl == SC_ComboBoxArrow) {
+            return visualRect(option->direction, all, QRect(all.right() - arrowWidth + 1, all.top(), arrowWidth, all.height()));
+        }
+        if (subControl == SC_ComboBoxEditField) {
+            return visualRect(option->direction, all, all.adjusted(inset, 1, -arrowWidth, -1));
+        }
+    }
+    if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+        control == CC_SpinBox && spin && spin->buttonSymbols == QAbstractSpinBox::NoButtons &&
+        subControl == SC_SpinBoxEditField) {
+        return option->rect.adjusted(5, 1, -3, -1);
+    }
+    return QProxyStyle::subControlRect(control, option, subControl, widget);
+}
+
+}  // namespace kpx

@@ -1,0 +1,84 @@
+#include "ui/views/AlertBox.h"
+
+#include "ui/Conversions.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace kpx {
+
+namespace {
+
+/// Texts separate their paragraphs by carriage returns.
+QString lines(const std::string& text) { return qstring(text).replace(QLatin1Char('\r'), QLatin1Char('\n')); }
+
+QMessageBox::Icon iconFor(AlertStyle style) {
+    switch (style) {
+        case AlertStyle::Informational: return QMessageBox::Information;
+        case AlertStyle::Critical: return QMessageBox::Critical;
+        case AlertStyle::Warning: break;
+    }
+    return QMessageBox::Warning;
+}
+
+}  // namespace
+
+AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m_escapeIndex(buttonForEscape(alert)) {
+    setWindowModality(Qt::WindowModal);
+    setWindowTitle(QStringLiteral("Velmora"));
+    setIcon(iconFor(alert.style));
+    setTextFormat(Qt::PlainText);
+    setText(lines(alert.messageText));
+    setInformativeText(lines(alert.informativeText));
+    if (auto* message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = message->font();
+        bold.setBold(true);
+        message->setFont(bold);
+        message->setWordWrap(true);
+        message->setMinimumWidth(360);
+    }
+    if (auto* body = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+        // The box applies its text format to the message only, and a drug's name is not markup.
+        body->setTextFormat(Qt::PlainText);
+        body->setText(lines(alert.informativeText));
+    }
+    addButtons(alert);
+}
+
+void AlertBox::addButtons(const Alert& alert) {
+    for (const AlertButton& description : alert.buttons) {
+        const bool first = m_buttons.empty();
+        QPushButton* button = addButton(qstring(description.title), first ? AcceptRole : RejectRole);
+        button->setToolTip(qstring(description.toolTip));
+        button->setAutoDefault(first);
+        if (alert.smallControls) {
+            QFont font = button->font();
+            font.setPointSizeF(font.pointSizeF() * 0.88);
+            button->setFont(font);
+        }
+        if (first) {
+            setDefaultButton(button);
+        }
+        m_buttons.push_back(button);
+    }
+    if (!m_buttons.empty()) {
+        setEscapeButton(m_buttons[static_cast<std::size_t>(m_escapeIndex)]);
+    }
+    if (alert.showsHelp) {
+        QPushButton* help = addButton(tr("Help"), HelpRole);
+        help->setAutoDefault(false);
+        // The box would close on any of its buttons.
+        help->disconnect(SIGNAL(clicked(bool)));
+        connect(help, &QPushButton::clicked, this, &AlertBox::helpWanted);
+    }
+}
+
+int AlertBox::returnCode() const {
+    const auto pressed = std::find(m_buttons.begin(), m_buttons.end(), clickedButton());
+    const auto index = pressed == m_buttons.end() ? m_escapeIndex : static_cast<int>(pressed - m_buttons.begin());
+    return alertFirstButtonReturn + index;
+}
+
+}  // namespace kpx

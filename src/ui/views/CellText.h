@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/Environment.h"
+#include "core/Record.h"
+
+#include <QString>
+
+#include <string>
+
+namespace kpx {
+
+/// What a table shows for a value of the column: dates in short style, costs grouped with two decimals.
+QString cellText(const std::string& column, const Value& value, const Environment& environment);
+
+/// Numbers stand right, all else left.
+Qt::Alignment cellAlignment(const std::string& column);
+
+/// Room for the column's usual contents, in the width of an average character.
+int usualCharacters(const std::string& column);
+
+/// Why a cell of the column is drawn in red.
+QString redCellMeaning(const std::string& column);
+
+}  // namespace kpx

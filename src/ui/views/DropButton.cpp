@@ -1,0 +1,84 @@
+#include "ui/views/DropButton.h"
+
+#include <QIcon>
+#include <QImage>
+#include <QPainter>
+
+namespace kpx {
+
+namespace {
+
+constexpr int inset = 8;
+
+}  // namespace
+
+DropButton::DropButton(QWidget* parent) : QToolButton(parent) {
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setAcceptDrops(true);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+}
+
+void DropButton::setPicture(const QImage& picture) {
+    m_picture = picture;
+    update();
+}
+
+void DropButton::setDragInside(bool inside) {
+    m_dragInside = inside;
+    update();
+}
+
+QSize DropButton::sizeHint() const { return {136, 136}; }
+
+void DropButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const bool lit = isEnabled() && (underMouse() || hasFocus());
+    const QRectF frame = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
+    QPen pen(lit ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid), lit ? 1.5 : 1);
+    pen.setStyle(m_picture.isNull() ? Qt::DashLine : Qt::SolidLine);
+    painter.setPen(pen);
+    painter.setBrush(isEnabled() ? palette().color(QPalette::AlternateBase) : palette().color(QPalette::Window));
+    painter.drawRoundedRect(frame, 6, 6);
+
+    const QRect area = rect().adjusted(inset, inset, -inset, -inset);
+    if (m_picture.isNull()) {
+        drawInvitation(painter, area);
+    } else {
+        QRect target(QPoint(), m_picture.size().scaled(area.size(), Qt::KeepAspectRatio));
+        target.moveCenter(area.center());
+        painter.drawImage(target, m_picture);
+    }
+    if (m_dragInside) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 3));
+        painter.drawRoundedRect(frame.adjusted(3, 3, -3, -3), 4, 4);
+    }
+}
+
+void DropButton::drawInvitation(QPainter& painter, const QRect& area) {
+    const QColor ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText);
+    // The outline of a till receipt: a sheet with a torn lower edge and three lines.
+    const QRectF sheet(area.center().x() - 13, area.center().y() - 40, 26, 34);
+    QPolygonF outline{sheet.topLeft(), sheet.topRight()};
+    constexpr int teeth = 4;
+    for (int tooth = 0; tooth <= 2 * teeth; ++tooth) {
+        const double x = sheet.right() - sheet.width() * tooth / (2.0 * teeth);
+        outline << QPointF(x, sheet.bottom() - (tooth % 2 == 0 ? 0 : 4));
+    }
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(ink, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolygon(outline);
+    for (int line = 0; line < 3; ++line) {
+        const double y = sheet.top() + 9 + 6 * line;
+        painter.drawLine(QPointF(sheet.left() + 6, y), QPointF(sheet.right() - (line == 2 ? 12 : 6), y));
+    }
+    painter.setPen(ink);
+    const QRect below(area.left(), qRound(sheet.bottom()) + 8, area.width(), area.bottom() - qRound(sheet.bottom()) - 8);
+    painter.drawText(below, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text());
+}
+
+}  // namespace kpx

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+
+namespace kpx {
+
+/// The main window with its tabs, and hanging from it the sheets and popovers. Holds no logic: a binder
+/// brings its widgets to life.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow();
+
+Q_SIGNALS:
+    /// Once, after the window has been drawn for the first time.
+    void firstPainted();
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    void addTabs();
+    void addSheets();
+    void addPopovers();
+
+    bool m_painted = false;
+};
+
+}  // namespace kpx

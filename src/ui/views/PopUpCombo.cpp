@@ -1,0 +1,67 @@
+#include "ui/views/PopUpCombo.h"
+
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QStyle>
+#include <QStyleOptionComboBox>
+#include <QToolTip>
+#include <QWheelEvent>
+
+namespace kpx {
+
+PopUpCombo::PopUpCombo(QWidget* parent) : QComboBox(parent) {
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(6);
+    setMaxVisibleItems(16);
+    view()->setTextElideMode(Qt::ElideMiddle);
+}
+
+void PopUpCombo::showPopup() {
+    // Wide enough for the names, within reason.
+    constexpr int widest = 520;
+    const int contents = view()->sizeHintForColumn(0) + 32;
+    view()->setMinimumWidth(qBound(width(), contents, qMax(width(), widest)));
+    QComboBox::showPopup();
+}
+
+bool PopUpCombo::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isTextElided()) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), currentText(), this);
+        return true;
+    }
+    return QComboBox::event(event);
+}
+
+void PopUpCombo::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+        case Qt::Key_Space:
+        case Qt::Key_F4: showPopup(); return;
+        default: break;
+    }
+    const bool isPlain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+    if (isPlain && !event->text().isEmpty() && event->text().at(0).isPrint()) {
+        showPopup();
+        QCoreApplication::sendEvent(view(), event);
+        return;
+    }
+    event->ignore();
+}
+
+void PopUpCombo::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+bool PopUpCombo::isTextElided() const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect field = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().horizontalAdvance(currentText()) > field.width();
+}
+
+}  // namespace kpx

@@ -1,0 +1,88 @@
+#include "ui/views/RecordTableView.h"
+
+#include "ui/views/EmptyState.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace kpx {
+
+RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(EditKeyPressed);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    setTabKeyNavigation(false);
+    setContextMenuPolicy(Qt::DefaultContextMenu);
+    setCornerButtonEnabled(false);
+
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+    QHeaderView* header = horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setMinimumSectionSize(40);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+void RecordTableView::setModel(QAbstractItemModel* model) {
+    QTableView::setModel(model);
+    setSortingEnabled(true);
+}
+
+void RecordTableView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        setFocus(Qt::MouseFocusReason);
+        Q_EMIT rowClicked(indexAt(event->pos()).row());
+    } else if (event->button() != Qt::RightButton) {
+        QTableView::mousePressEvent(event);
+    }
+    // A right click leaves the selection alone.
+}
+
+void RecordTableView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        Q_EMIT rowDoubleClicked(indexAt(event->pos()).row());
+    }
+}
+
+void RecordTableView::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = byKey ? currentIndex() : indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    const QPoint position = byKey ? viewport()->mapToGlobal(visualRect(index).bottomLeft()) : event->globalPos();
+    Q_EMIT contextMenuWanted(index.row(), position);
+}
+
+void RecordTableView::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && state() != EditingState) {
+        if (currentIndex().isValid()) {
+            Q_EMIT rowDoubleClicked(currentIndex().row());
+        }
+        return;
+    }
+    const int before = currentIndex().row();
+    QTableView::keyPressEvent(event);
+    if (currentIndex().row() != before) {
+        Q_EMIT rowClicked(currentIndex().row());
+    }
+}
+
+void RecordTableView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (model() && model()->rowCount() == 0 && !m_emptyTitle.isEmpty()) {
+        QPainter painter(viewport());
+        drawEmptyState(painter, viewport()->rect(), palette(), font(), m_emptyTitle, m_emptyText);
+    }
+}
+
+}  // namespace kpx

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QTableView>
+
+namespace kpx {
+
+/// A table of records: whole rows, one at a time, no rules but quiet stripes; says what to do while it
+/// is empty. Reports the acts of its user by row, −1 standing for below the last one.
+class RecordTableView : public QTableView {
+    Q_OBJECT
+    Q_PROPERTY(QString emptyTitle READ emptyTitle WRITE setEmptyTitle)
+    Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
+
+public:
+    explicit RecordTableView(QWidget* parent = nullptr);
+
+    QString emptyTitle() const { return m_emptyTitle; }
+    void setEmptyTitle(const QString& title) { m_emptyTitle = title; }
+    QString emptyText() const { return m_emptyText; }
+    void setEmptyText(const QString& text) { m_emptyText = text; }
+
+    void setModel(QAbstractItemModel* model) override;
+
+Q_SIGNALS:
+    /// A click, or a step with the arrow keys.
+    void rowClicked(int row);
+    /// The second click of a double click, or Return.
+    void rowDoubleClicked(int row);
+    void contextMenuWanted(int row, const QPoint& globalPosition);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_emptyTitle;
+    QString m_emptyText;
+};
+
+}  // namespace kpx
