@@ -114,7 +114,7 @@ def main():
     parser.add_argument("program")
     parser.add_argument("names", nargs="*", metavar="NAME")
     parser.add_argument("--update", action="store_true")
-    arguments = parser.parse_args()
+    arguments = parser.parse_intermixed_args()
     paths = [HERE / f"{name.removesuffix('.txt')}.txt" for name in arguments.names] or sorted(HERE.glob("*.txt"))
     failed = 0
     for path in paths:
