@@ -1,0 +1,69 @@
+#include "reminders/Autostart.h"
+
+#include "core/DataFilesReplacement.h"
+#include "reminders/Names.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <system_error>
+
+namespace kpx {
+
+namespace {
+
+/// As a desktop entry's Exec key wants it: in double quotes, with a backslash before the four characters that
+/// mean something there, and every backslash doubled once more because the value is a string.
+std::string quoted(const std::string& program) {
+    std::string text = "\"";
+    for (const char character : program) {
+        switch (character) {
+            case '"':
+            case '`':
+            case '$':
+                text += "\\\\";
+                break;
+            case '\\':
+                text += "\\\\\\";
+                break;
+            case '%':
+                text += '%';
+                break;
+            default:
+                break;
+        }
+        text += character;
+    }
+    return text + '"';
+}
+
+}  // namespace
+
+std::string autostartEntry(const std::filesystem::path& program) {
+    return "[Desktop Entry]\nType=Application\nName=Velmora Reminders\nTryExec=" + program.string() +
+           "\nExec=" + quoted(program.string()) + " --if-any\nIcon=" + applicationName.toStdString() +
+           "\nNoDisplay=true\nTerminal=false\n";
+}
+
+void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& scheduleFolder) {
+    const QString name = QStringLiteral("autostart/") + agentName + QStringLiteral(".desktop");
+    const std::filesystem::path own =
+        std::filesystem::path(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation).toStdString()) /
+        name.toStdString();
+    const std::filesystem::path mark = scheduleFolder / "autostart";
+    std::error_code error;
+    if (std::filesystem::exists(std::filesystem::symlink_status(own, error))) {
+        static_cast<void>(replaceFile(mark, ""));
+        return;
+    }
+    const bool installed = !QStandardPaths::locate(QStandardPaths::ConfigLocation, name).isEmpty();
+    if (installed || std::filesystem::exists(mark, error)) {
+        return;
+    }
+    std::filesystem::create_directories(own.parent_path(), error);
+    if (replaceFile(own, autostartEntry(program))) {
+        static_cast<void>(replaceFile(mark, ""));
+    }
+}
+
+}  // namespace kpx

@@ -1,0 +1,68 @@
+#include "reminders/HandOver.h"
+
+#include "reminders/Names.h"
+
+#include <QCoreApplication>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDebug>
+#include <QProcess>
+
+#include <limits>
+
+namespace kpx {
+
+namespace {
+
+void startFromBeside() {
+    const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/velmora");
+    if (!QProcess::startDetached(program, {})) {
+        qWarning() << "A reminder was clicked, and the program cannot be started:" << program;
+    }
+}
+
+bool isNotRunning(const QDBusError& error) {
+    return error.type() == QDBusError::ServiceUnknown ||
+           error.name().startsWith(QStringLiteral("org.freedesktop.DBus.Error.Spawn."));
+}
+
+}  // namespace
+
+HandOver::HandOver(const QDBusConnection& bus) : m_bus(bus) {
+    auto* watcher = new QDBusServiceWatcher(applicationName, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { applicationAppeared(); });
+}
+
+void HandOver::give(const Reminder& reminder, const ReminderContent& content, const QString& token,
+                    std::function<void()> answered) {
+    // Bytes, not texts: a text on the bus cannot hold everything that a name may.
+    const QVariantMap clicked{{QStringLiteral("identifier"), QString::fromStdString(reminder.identifier)},
+                              {QStringLiteral("title"), QByteArray::fromStdString(content.title)},
+                              {QStringLiteral("text"), QByteArray::fromStdString(content.text)}};
+    QVariantMap platformData;
+    if (!token.isEmpty()) {
+        platformData = {{QStringLiteral("activation-token"), token}, {QStringLiteral("desktop-startup-id"), token}};
+    }
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(applicationName, applicationPath, QStringLiteral("org.freedesktop.Application"),
+                                       QStringLiteral("ActivateAction"));
+    message << QStringLiteral("reminder") << QVariantList{clicked} << platformData;
+    // An alert of the program may wait for the user before the answer comes.
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, std::numeric_limits<int>::max()), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, answered] {
+        watcher->deleteLater();
+        answered();
+        if (!watcher->isError()) {
+            return;
+        }
+        qWarning() << "The program did not take the clicked reminder:" << watcher->error().message();
+        if (isNotRunning(watcher->error())) {
+            startFromBeside();
+        }
+    });
+}
+
+}  // namespace kpx

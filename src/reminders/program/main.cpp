@@ -1,0 +1,93 @@
+#include "reminders/Agent.h"
+#include "reminders/Autostart.h"
+#include "reminders/Names.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDebug>
+#include <QStandardPaths>
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+
+namespace kpx {
+
+namespace {
+
+std::filesystem::path scheduleFolder() {
+    const std::filesystem::path base = qEnvironmentVariable("XDG_STATE_HOME").toStdString();
+    const std::filesystem::path home = qEnvironmentVariable("HOME").toStdString();
+    return (base.is_absolute() ? base : home / ".local/state") / "Velmora/reminders";
+}
+
+int runAgent(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        qWarning() << "No session bus:" << bus.lastError().message();
+        return EXIT_FAILURE;
+    }
+    // Whoever has the name keeps the schedule. To be second is no failure: the first does the work.
+    if (!bus.registerService(agentName)) {
+        return EXIT_SUCCESS;
+    }
+    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+                QStringLiteral("Disconnected"), &application, SLOT(quit()));
+    auto folder = ReminderFolder::open(scheduleFolder());
+    if (!folder) {
+        qWarning() << "The schedule's folder cannot be made:" << scheduleFolder().c_str();
+        return EXIT_FAILURE;
+    }
+    if (application.arguments().contains(QStringLiteral("--if-any")) && folder->load().empty()) {
+        return EXIT_SUCCESS;
+    }
+    Agent agent(bus, std::move(*folder));
+    agent.scheduled = [] { startAtLogin(QCoreApplication::applicationFilePath().toStdString(), scheduleFolder()); };
+    if (!bus.registerObject(agentPath, &agent, QDBusConnection::ExportAllSlots)) {
+        return EXIT_FAILURE;
+    }
+    return QCoreApplication::exec();
+}
+
+bool isEndedOnPurpose(int status) {
+    return WIFEXITED(status) || (WIFSIGNALED(status) && (WTERMSIG(status) == SIGTERM || WTERMSIG(status) == SIGINT ||
+                                                         WTERMSIG(status) == SIGHUP));
+}
+
+}  // namespace
+
+}  // namespace kpx
+
+/// The agent runs in a child, and this process does nothing but start another when it crashes: nobody else would,
+/// before the next login. When this process ends, so does the child.
+int main(int argc, char** argv) {
+    constexpr std::time_t soon = 60;
+    constexpr unsigned longestPause = 600;
+    unsigned pause = 1;
+    for (;;) {
+        const std::time_t start = std::time(nullptr);
+        const pid_t parent = ::getpid();
+        const pid_t child = ::fork();
+        if (child < 0) {
+            return EXIT_FAILURE;
+        }
+        if (child == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            return ::getppid() == parent ? kpx::runAgent(argc, argv) : EXIT_FAILURE;
+        }
+        int status = 0;
+        while (::waitpid(child, &status, 0) < 0) {
+        }
+        if (kpx::isEndedOnPurpose(status)) {
+            return WIFEXITED(status) ? WEXITSTATUS(status) : EXIT_SUCCESS;
+        }
+        ::sleep(pause);
+        pause = std::time(nullptr) - start > soon ? 1 : std::min(2 * pause, longestPause);
+    }
+}
