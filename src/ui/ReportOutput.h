@@ -1,0 +1,27 @@
+#pragma once
+
+#include "reports/Document.h"
+
+#include <QByteArray>
+#include <QPageLayout>
+#include <QString>
+
+class QPrinter;
+
+namespace kpx {
+
+/// The default printer's paper, else Letter; landscape, without margins, as places are absolute.
+QPageLayout reportPageLayout();
+
+/// The document as a PDF: real text, its title, and the language of the text (as "en-US") for those who
+/// have it read to them. Empty when it could not be made.
+QByteArray reportPdf(const Document& document, const QPageLayout& layout, const QString& language);
+
+/// Prints the pages that the printer is set to, on the paper it is set to. False when it refused.
+[[nodiscard]] bool printReportOn(QPrinter& printer, const Document& document);
+
+/// The PDF with its language declared and its title to be shown in place of its file name; as it is when
+/// its catalog is not where a PDF says it is.
+QByteArray withDocumentLanguage(const QByteArray& pdf, const QString& language);
+
+}  // namespace kpx
