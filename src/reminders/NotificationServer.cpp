@@ -2,14 +2,18 @@
 
 #include "reminders/Names.h"
 
+#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDebug>
+#include <QDir>
+#include <QFile>
 #include <QVariantMap>
 
 #include <limits>
+#include <utility>
 
 namespace kpx {
 
@@ -31,6 +35,14 @@ void whenAnswered(QObject* parent, const QDBusPendingCall& pending, Done done) {
         watcher->deleteLater();
         done(QDBusPendingReply<Reply>(*watcher));
     });
+}
+
+/// Servers look an icon's name up only where the desktop looks; the file stands beside the program in any case.
+QString icon() {
+    const QDir programs(QCoreApplication::applicationDirPath());
+    const QString file = QDir::cleanPath(
+        programs.filePath(QStringLiteral("../share/icons/hicolor/scalable/apps/%1.svg").arg(applicationName)));
+    return QFile::exists(file) ? file : applicationName;
 }
 
 }  // namespace
@@ -106,17 +118,29 @@ void NotificationServer::post(const Reminder& reminder, const ReminderContent& c
     constexpr uint replacesNone = 0;
     constexpr int staysUntilActedUpon = 0;
     QDBusMessage message = call(QStringLiteral("Notify"));
-    message << QStringLiteral("Velmora") << replacesNone << applicationName << notificationBody(content.title, false)
+    message << QStringLiteral("Velmora") << replacesNone << icon() << notificationBody(content.title, false)
             << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup"))) << actions
             << hints << staysUntilActedUpon;
+    m_answered = std::move(done);
     // A server may be slow, but it answers or it ends: with a time limit nobody could tell whether it will show
     // the notification after all.
-    whenAnswered<uint>(this, m_bus.asyncCall(message, untilAnswered), [done](const QDBusPendingReply<uint>& reply) {
-        if (reply.isError()) {
-            qWarning() << "The notification was not shown:" << reply.error().message();
-        }
-        done(reply.isError() ? std::nullopt : std::optional<std::uint32_t>(reply.value()));
-    });
+    whenAnswered<uint>(this, m_bus.asyncCall(message, untilAnswered),
+                       [this, post = ++m_posts](const QDBusPendingReply<uint>& reply) {
+                           if (post != m_posts) {
+                               return;  // from a server that is gone
+                           }
+                           if (reply.isError()) {
+                               qWarning() << "The notification was not shown:" << reply.error().message();
+                           }
+                           answer(reply.isError() ? std::nullopt : std::optional<std::uint32_t>(reply.value()));
+                       });
+}
+
+void NotificationServer::answer(std::optional<std::uint32_t> notification) {
+    ++m_posts;
+    if (const auto answered = std::exchange(m_answered, nullptr)) {
+        answered(notification);
+    }
 }
 
 void NotificationServer::close(std::uint32_t notification) {
@@ -143,6 +167,7 @@ void NotificationServer::ownerChanged(const QString& newOwner) {
     m_ready = false;
     m_tokens.clear();
     gone();
+    answer(std::nullopt);
     if (!newOwner.isEmpty()) {
         prepare();
     }

@@ -37,7 +37,7 @@ public:
     bool replacesByTag() const;
 
     /// `done` gets the server's number, or none when the notification is not on the screen: the server ended.
-    /// The message is on its way when this returns. REQUIRES: isReady().
+    /// The message is on its way when this returns. REQUIRES: isReady(), and no other post under way.
     void post(const Reminder& reminder, const ReminderContent& content,
               std::function<void(std::optional<std::uint32_t>)> done);
     void close(std::uint32_t notification);
@@ -57,11 +57,14 @@ private Q_SLOTS:
 
 private:
     void ownerChanged(const QString& newOwner);
+    void answer(std::optional<std::uint32_t> notification);
 
     QDBusConnection m_bus;
     QString m_busIdentity;
     QStringList m_capabilities;
-    QHash<uint, QString> m_tokens;  // of clicks whose action has not arrived yet
+    QHash<uint, QString> m_tokens;                                 // of clicks whose action has not arrived yet
+    std::function<void(std::optional<std::uint32_t>)> m_answered;  // of the post under way; else empty
+    int m_posts = 0;                                               // counts them, and their answers
     bool m_ready = false;
     bool m_preparing = false;
 };

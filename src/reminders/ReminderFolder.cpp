@@ -60,6 +60,17 @@ std::optional<ReminderFolder> ReminderFolder::open(std::filesystem::path path) {
     return ReminderFolder(std::move(path), std::move(folder), std::move(lock));
 }
 
+bool ReminderFolder::holdsAny(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::directory_iterator entry(path, error);
+    for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        if (reminderFromFileName(entry->path().filename().string())) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::vector<Reminder> ReminderFolder::load() const {
     std::vector<Reminder> reminders;
     std::error_code error;

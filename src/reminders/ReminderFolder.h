@@ -30,6 +30,9 @@ public:
     /// a second time. Null when there can be no such folder.
     static std::optional<ReminderFolder> open(std::filesystem::path path);
 
+    /// Whether any reminder is scheduled there, whoever keeps the schedule.
+    static bool holdsAny(const std::filesystem::path& path);
+
     /// All reminders, in the order in which they were scheduled.
     std::vector<Reminder> load() const;
 

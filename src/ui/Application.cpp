@@ -58,7 +58,28 @@ void Application::show() {
 void Application::start() {
     if (!m_started) {
         m_started = true;
-        m_delegate.applicationDidFinishLaunching();
+        std::optional<UserNotification> launchNotification;
+        if (!m_clickedBeforeStart.empty()) {
+            launchNotification = m_clickedBeforeStart.front();
+            m_clickedBeforeStart.erase(m_clickedBeforeStart.begin());
+        }
+        m_delegate.applicationDidFinishLaunching(launchNotification);
+        for (const UserNotification& reminder : m_clickedBeforeStart) {
+            open(reminder);
+        }
+    }
+}
+
+void Application::raise() {
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_ports.windows.makeMainWindowKeyAndFront(true);
+}
+
+void Application::open(const UserNotification& reminder) {
+    if (!m_started) {
+        m_clickedBeforeStart.push_back(reminder);
+    } else if (m_ports.notifications.didActivateNotification) {
+        m_ports.notifications.didActivateNotification(reminder);
     }
 }
 

@@ -15,6 +15,7 @@
 #include "ui/views/MainWindow.h"
 
 #include <optional>
+#include <vector>
 
 namespace kpx {
 
@@ -42,6 +43,11 @@ public:
 
     /// Shows the main window; the start-up sequence runs once it has been drawn.
     void show();
+    /// Brings the main window to the front, out of the task bar if need be.
+    void raise();
+    /// Shows what a clicked reminder speaks of, and withdraws it. When the click came with the start, the
+    /// start-up sequence does so at its end.
+    void open(const UserNotification& reminder);
 
     QtPorts& ports() { return m_ports; }
     KPXAppDelegate& delegate() { return m_delegate; }
@@ -57,6 +63,7 @@ private:
     KPXAppDelegate m_delegate;
     std::optional<MainWindow> m_window;
     std::optional<Binder> m_binder;
+    std::vector<UserNotification> m_clickedBeforeStart;
     bool m_started = false;
 };
 

@@ -28,6 +28,10 @@ std::filesystem::path scheduleFolder() {
 
 int runAgent(int argc, char** argv) {
     QCoreApplication application(argc, argv);
+    if (QCoreApplication::arguments().contains(QStringLiteral("--if-any")) &&
+        !ReminderFolder::holdsAny(scheduleFolder())) {
+        return EXIT_SUCCESS;
+    }
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         qWarning() << "No session bus:" << bus.lastError().message();
@@ -43,9 +47,6 @@ int runAgent(int argc, char** argv) {
     if (!folder) {
         qWarning() << "The schedule's folder cannot be made:" << scheduleFolder().c_str();
         return EXIT_FAILURE;
-    }
-    if (application.arguments().contains(QStringLiteral("--if-any")) && folder->load().empty()) {
-        return EXIT_SUCCESS;
     }
     Agent agent(bus, std::move(*folder));
     agent.scheduled = [] { startAtLogin(QCoreApplication::applicationFilePath().toStdString(), scheduleFolder()); };
