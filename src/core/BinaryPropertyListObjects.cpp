@@ -1,11 +1,12 @@
 #include "core/BinaryPropertyListObjects.h"
 
+#include "core/BinaryPropertyListTable.h"
 #include "core/PropertyListLimits.h"
 #include "core/PropertyListUnicode.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
-#include <functional>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -17,62 +18,27 @@ using Kind = BinaryObject::Kind;
 
 constexpr std::size_t maximumCount = std::numeric_limits<std::uint32_t>::max();
 
-constexpr std::uint64_t mix(std::uint64_t bits) {
-    bits = (bits ^ (bits >> 32)) * 0x9E3779B97F4A7C15U;
-    return bits ^ (bits >> 29);
-}
+/// Texts longer than this are looked up by their addresses first: one shared by very many places would
+/// otherwise be hashed at each of them.
+constexpr std::size_t fewBytes = 64;
 
-/// A set of object numbers with open addressing. Equality is the caller's.
-class ObjectTable {
+/// What is known of the texts met lately, by their addresses: most records repeat the keys and the names
+/// of the records around them.
+class RecentTexts {
 public:
-    /// The object with this hash that `isSame` accepts, or the empty place to put it.
-    template <typename IsSame>
-    std::uint64_t& find(std::uint64_t hash, const IsSame& isSame) {
-        if (2 * m_used >= m_slots.size()) {
-            grow();
-        }
-        const std::uint64_t tag = hash & tagMask;
-        const std::size_t mask = m_slots.size() - 1;
-        for (std::size_t index = hash & mask;; index = (index + 1) & mask) {
-            std::uint64_t& slot = m_slots[index];
-            if (slot == empty || ((slot & tagMask) == tag && isSame(static_cast<std::uint32_t>(slot >> 32)))) {
-                return slot;
-            }
-        }
-    }
+    struct Entry {
+        const void* address = nullptr;
+        std::uint32_t number = HashedNumbers::none;  // none: so far only the hash is known
+        std::uint64_t hash = 0;                      // of a text of few bytes
+    };
 
-    static bool isEmpty(std::uint64_t slot) { return slot == empty; }
-    static std::uint32_t object(std::uint64_t slot) { return static_cast<std::uint32_t>(slot >> 32); }
-
-    /// REQUIRES: `slot` is the place find() gave for the hash, and nothing was added since.
-    void add(std::uint64_t& slot, std::uint64_t hash, std::uint32_t number) {
-        slot = std::uint64_t{number} << 32 | (hash & tagMask);
-        ++m_used;
+    Entry& at(const void* address) {
+        const auto bits = reinterpret_cast<std::uintptr_t>(address);
+        return m_entries[(bits >> 4 ^ bits >> 14) % m_entries.size()];
     }
 
 private:
-    static constexpr std::uint64_t tagMask = 0xFFFFFFFFU;
-    static constexpr std::uint64_t empty = ~std::uint64_t{0};
-
-    void grow() {
-        std::vector<std::uint64_t> old(std::max<std::size_t>(1024, 2 * m_slots.size()), empty);
-        old.swap(m_slots);
-        const std::size_t mask = m_slots.size() - 1;
-        for (const std::uint64_t slot : old) {
-            if (slot == empty) {
-                continue;
-            }
-            // The low half of the hash is all there is: enough, for there are fewer objects than 2^32.
-            std::size_t index = slot & tagMask & mask;
-            while (m_slots[index] != empty) {
-                index = (index + 1) & mask;
-            }
-            m_slots[index] = slot;
-        }
-    }
-
-    std::vector<std::uint64_t> m_slots;
-    std::size_t m_used = 0;
+    std::array<Entry, 1024> m_entries;
 };
 
 class Collector {
@@ -99,15 +65,49 @@ private:
     /// Numbers the value, which stands `depth` containers deep when it is one. False when it cannot be
     /// written.
     bool add(const Value& value, std::uint32_t depth, Shape& shape) {
+        if (const Text* text = value.as<Text>()) {
+            return addContent(*text, depth, shape);  // by far the most
+        }
         return std::visit([&](const auto& content) { return addContent(content, depth, shape); }, value.variant());
     }
 
     bool addContent(const Text& text, std::uint32_t, Shape& shape) {
-        return addBytes(text.view(), &text.string(), Kind::asciiText, shape);
+        const std::string& string = text.string();
+        RecentTexts::Entry& recent = m_recent.at(&string);
+        if (recent.address != &string) {
+            recent = {&string, HashedNumbers::none, string.size() <= fewBytes ? hashOfBytes(string) : 0};
+        } else if (recent.number != HashedNumbers::none) {
+            shape.object = recent.number;
+            return true;
+        }
+        const bool isAdded = string.size() <= fewBytes ? addBytes(string, &string, Kind::asciiText, recent.hash, shape)
+                                                       : addLongBytes(string, &string, Kind::asciiText, shape);
+        recent.number = shape.object;
+        return isAdded;
     }
+
+    /// Asks for the memory that adding the record's texts will look at. They lie anywhere, and waiting
+    /// for one after the other would be most of the time writing takes.
+    void fetchAhead(const Record& record) {
+        for (const Record::Field& field : record) {
+            if (const Text* text = field.second.as<Text>()) {
+                __builtin_prefetch(&text->string());
+            }
+        }
+        for (const Record::Field& field : record) {
+            const Text* text = field.second.as<Text>();
+            if (!text || m_recent.at(&text->string()).address == &text->string() || text->view().size() > fewBytes) {
+                continue;
+            }
+            const std::uint64_t hash = hashOfBytes(text->view());
+            m_recent.at(&text->string()) = {&text->string(), HashedNumbers::none, hash};
+            m_bytes.fetchAhead(hash);
+        }
+    }
+
     bool addContent(const Data& data, std::uint32_t, Shape& shape) {
         const Data::Bytes& bytes = data.bytes();
-        return addBytes({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, &bytes, Kind::data, shape);
+        return addLongBytes({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, &bytes, Kind::data, shape);
     }
     bool addContent(std::int64_t number, std::uint32_t, Shape& shape) {
         return addScalar(static_cast<std::uint64_t>(number), Kind::integer, shape);
@@ -127,25 +127,31 @@ private:
     }
 
     bool addScalar(std::uint64_t bits, Kind kind, Shape& shape) {
-        const std::uint64_t hash = mix(bits + static_cast<std::uint64_t>(kind) * 0x632BE59BD9B4E019U);
-        std::uint64_t& slot = m_scalars.find(hash, [&](std::uint32_t number) {
+        const bool isSmall = kind == Kind::integer && bits < m_smallIntegers.size();
+        if (isSmall && m_smallIntegers[bits] != 0) {
+            shape.object = m_smallIntegers[bits];
+            return true;
+        }
+        const std::uint64_t hash = hashOfNumber(bits + (static_cast<std::uint64_t>(kind) << 56));
+        shape.object = m_scalars.find(hash, [&](std::uint32_t number) {
             const BinaryObject& object = m_result.objects[number];
             return object.content == bits && object.kind == kind;
         });
-        return addUnlessKnown(m_scalars, slot, hash, {bits, 0, kind}, shape);
+        if (shape.object == HashedNumbers::none && !addObject(m_scalars, hash, {bits, 0, kind}, shape)) {
+            return false;
+        }
+        if (isSmall) {
+            m_smallIntegers[bits] = shape.object;
+        }
+        return true;
     }
 
-    bool addUnlessKnown(ObjectTable& table, std::uint64_t& slot, std::uint64_t hash, BinaryObject object,
-                        Shape& shape) {
-        if (!ObjectTable::isEmpty(slot)) {
-            shape.object = ObjectTable::object(slot);
-            return true;
-        }
+    bool addObject(HashedNumbers& numbers, std::uint64_t hash, BinaryObject object, Shape& shape) {
         if (isFull()) {
             return false;
         }
         shape.object = nextNumber();
-        table.add(slot, hash, shape.object);
+        numbers.add(hash, shape.object);
         m_result.objects.push_back(object);
         return true;
     }
@@ -158,37 +164,30 @@ private:
         return *reinterpret_cast<const std::string*>(object.content);
     }
 
-    /// A text or data. A long one is looked up by its address first: bytes shared by very many places
-    /// would otherwise be hashed at each of them.
-    bool addBytes(std::string_view bytes, const void* owner, Kind kind, Shape& shape) {
-        constexpr std::size_t fewBytes = 64;
-        const auto address = reinterpret_cast<std::uint64_t>(owner);
-        if (bytes.size() <= fewBytes) {
-            return addDistinctBytes(bytes, address, kind, shape);
-        }
+    bool addLongBytes(std::string_view bytes, const void* owner, Kind kind, Shape& shape) {
         if (const auto known = m_longBytes.find(owner); known != m_longBytes.end()) {
             shape.object = known->second;
             return true;
         }
-        if (!addDistinctBytes(bytes, address, kind, shape)) {
+        const std::uint64_t hash = hashOfBytes(bytes) + (kind == Kind::data ? 1 : 0);
+        if (!addBytes(bytes, owner, kind, hash, shape)) {
             return false;
         }
         m_longBytes.emplace(owner, shape.object);
         return true;
     }
 
-    bool addDistinctBytes(std::string_view bytes, std::uint64_t address, Kind kind, Shape& shape) {
+    bool addBytes(std::string_view bytes, const void* owner, Kind kind, std::uint64_t hash, Shape& shape) {
         if (bytes.size() > maximumCount) {
             return false;
         }
+        const auto address = reinterpret_cast<std::uintptr_t>(owner);
         const bool isData = kind == Kind::data;
-        const std::uint64_t hash = mix(std::hash<std::string_view>()(bytes) + (isData ? 1 : 0));
-        std::uint64_t& slot = m_bytes.find(hash, [&](std::uint32_t number) {
+        shape.object = m_bytes.find(hash, [&](std::uint32_t number) {
             const BinaryObject& object = m_result.objects[number];
             return (object.kind == Kind::data) == isData && (object.content == address || bytesOf(object) == bytes);
         });
-        if (!ObjectTable::isEmpty(slot)) {
-            shape.object = ObjectTable::object(slot);
+        if (shape.object != HashedNumbers::none) {
             return true;
         }
         auto count = static_cast<std::uint32_t>(bytes.size());
@@ -196,7 +195,7 @@ private:
             kind = Kind::utf16Text;
             count = static_cast<std::uint32_t>(utf16Length(bytes));
         }
-        return addUnlessKnown(m_bytes, slot, hash, {address, count, kind}, shape);
+        return addObject(m_bytes, hash, {address, count, kind}, shape);
     }
 
     /// Containers that share their content have the same first element.
@@ -217,8 +216,8 @@ private:
         const std::size_t size = record.size();
         const void* identity = record.empty() ? nullptr : &*record.begin();
         return addContainer(identity, size, 2 * size, Kind::dictionary, depth, shape, [&](Shape& own) {
-            const std::uint64_t first = m_result.objects[own.object].content;
-            std::uint64_t place = first;
+            fetchAhead(record);
+            std::uint64_t place = m_result.objects[own.object].content;
             for (const Record::Field& field : record) {
                 Shape key;
                 if (!addContent(field.first, depth, key)) {
@@ -239,14 +238,12 @@ private:
     template <typename AddElements>
     bool addContainer(const void* identity, std::size_t size, std::size_t references, Kind kind, std::uint32_t depth,
                       Shape& shape, const AddElements& addElements) {
-        const std::uint64_t hash = mix(reinterpret_cast<std::uint64_t>(identity) >> 4);
-        if (identity) {
-            const std::uint64_t slot =
-                m_containers.find(hash, [&](std::uint32_t index) { return m_shapes[index].identity == identity; });
-            if (!ObjectTable::isEmpty(slot)) {
-                shape = m_shapes[ObjectTable::object(slot)].shape;
-                return true;
-            }
+        const std::uint64_t hash = hashOfNumber(reinterpret_cast<std::uintptr_t>(identity));
+        const std::uint32_t known = m_containers.find(
+            hash, [&](std::uint32_t index) { return m_shapes[index].identity == identity && identity; });
+        if (known != HashedNumbers::none) {
+            shape = m_shapes[known].shape;
+            return true;
         }
         if (depth > maximumNesting || size > maximumCount || isFull()) {
             return false;
@@ -258,8 +255,7 @@ private:
             return false;
         }
         if (identity) {
-            std::uint64_t& slot = m_containers.find(hash, [](std::uint32_t) { return false; });
-            m_containers.add(slot, hash, static_cast<std::uint32_t>(m_shapes.size()));
+            m_containers.add(hash, static_cast<std::uint32_t>(m_shapes.size()));
             m_shapes.push_back({identity, shape});
         }
         return true;
@@ -283,9 +279,11 @@ private:
     };
 
     BinaryObjects m_result;
-    ObjectTable m_scalars;
-    ObjectTable m_bytes;
-    ObjectTable m_containers;  // numbers of m_shapes
+    std::array<std::uint32_t, 1024> m_smallIntegers{};  // 0, the root's number, for those not met yet
+    RecentTexts m_recent;
+    HashedNumbers m_scalars;
+    HashedNumbers m_bytes;
+    HashedNumbers m_containers;  // indices of m_shapes
     std::vector<KnownContainer> m_shapes;
     std::unordered_map<const void*, std::uint32_t> m_longBytes;
 };

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
+#include <limits>
 
 namespace kpx {
 namespace {
@@ -23,13 +25,20 @@ public:
     }
 
 private:
-    enum class State : std::uint8_t { unread, beingRead, read };
+    /// How large an array or dictionary is when everything in it is counted at each place.
+    struct Shape {
+        std::uint64_t places = 1;  // the values it stands for, itself included
+        std::uint32_t height = 1;  // containers inside one another, itself included
+    };
 
     struct Object {
+        static constexpr std::uint32_t unread = 0;
+        static constexpr std::uint32_t beingRead = 1;
+        static constexpr std::uint32_t scalar = 2;
+        static constexpr std::uint32_t firstContainer = 3;
+
         Value value = Text();
-        std::uint64_t places = 1;  // the values it stands for, itself included
-        std::uint16_t height = 0;  // containers inside one another, itself included
-        State state = State::unread;
+        std::uint32_t state = unread;  // of a container that is read: firstContainer and the index of its shape
     };
 
     /// The bytes of one object still to be read.
@@ -41,13 +50,13 @@ private:
 
     std::uint8_t byteAt(std::size_t position) const { return static_cast<std::uint8_t>(m_bytes[position]); }
 
-    /// A big-endian number of 1 to 8 bytes. REQUIRES: they lie inside the input.
+    /// A big-endian number of 1 to 8 bytes. REQUIRES: eight bytes lie inside the input, as they do
+    /// before the end of the trailer.
     std::uint64_t numberAt(std::size_t position, std::size_t size) const {
-        std::uint64_t number = 0;
-        for (std::size_t index = 0; index < size; ++index) {
-            number = number << 8 | byteAt(position + index);
-        }
-        return number;
+        static_assert(std::endian::native == std::endian::little);
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, m_bytes.data() + position, sizeof eight);
+        return __builtin_bswap64(eight) >> (64 - 8 * size);
     }
 
     bool readTrailer() {
@@ -67,7 +76,9 @@ private:
         }
         const std::size_t tableSize = trailer - table;
         const std::size_t objectBytes = table - binaryPropertyListHeader.size();
-        if (tableSize % m_offsetSize != 0 || tableSize / m_offsetSize != count || count > objectBytes) {
+        constexpr std::uint64_t maximumCount = std::numeric_limits<std::uint32_t>::max() - Object::firstContainer;
+        if (count > maximumCount || tableSize % m_offsetSize != 0 || tableSize / m_offsetSize != count ||
+            count > objectBytes) {
             return false;
         }
         m_table = table;
@@ -95,20 +106,19 @@ private:
     /// itself included.
     bool readObject(std::uint64_t index, std::uint32_t depth) {
         Object& object = m_objects[index];
-        if (object.state == State::read) {
-            return true;
+        if (object.state != Object::unread) {
+            return object.state != Object::beingRead;  // a cycle
         }
-        if (object.state == State::beingRead) {
-            return false;  // a cycle
-        }
-        object.state = State::beingRead;
+        object.state = Object::beingRead;
         const std::size_t start = offsetOf(index);
         Cursor cursor{start + 1, m_table};
         const std::uint8_t marker = byteAt(start);
         if (!readContent(object, marker >> 4, marker & 0x0F, cursor, depth)) {
             return false;
         }
-        object.state = State::read;
+        if (object.state == Object::beingRead) {
+            object.state = Object::scalar;
+        }
         return true;
     }
 
@@ -244,18 +254,43 @@ private:
         return true;
     }
 
-    /// Reads the object that the reference at the position names and counts it to its container. Null
-    /// when it cannot be read.
-    const Value* readElement(Object& container, std::size_t position, std::uint32_t depth) {
+    /// The object that the reference at the position names, read; null when that fails.
+    const Object* readReferenced(std::size_t position, std::uint32_t depth) {
         const std::uint64_t index = numberAt(position, m_referenceSize);
-        if (index >= m_objects.size() || !readObject(index, depth + 1)) {
+        return index < m_objects.size() && readObject(index, depth) ? &m_objects[index] : nullptr;
+    }
+
+    /// The value that the reference at the position names, counted to its container. Null when it cannot
+    /// be read.
+    const Value* readElement(Shape& container, std::size_t position, std::uint32_t depth) {
+        const Object* element = readReferenced(position, depth + 1);
+        if (!element) {
             return nullptr;
         }
-        const Object& element = m_objects[index];
-        container.height = std::max<std::uint16_t>(container.height, element.height + 1);
-        container.places += element.places;
+        if (element->state == Object::scalar) {
+            ++container.places;
+            return &element->value;
+        }
+        const Shape& shape = m_shapes[element->state - Object::firstContainer];
+        container.height = std::max(container.height, shape.height + 1);
+        container.places += shape.places;
         const bool isBounded = container.height <= maximumNesting && container.places <= m_maximumPlaces;
-        return isBounded ? &element.value : nullptr;
+        return isBounded ? &element->value : nullptr;
+    }
+
+    void finish(Object& object, Value value, const Shape& shape) {
+        object.value = std::move(value);
+        object.state = Object::firstContainer + static_cast<std::uint32_t>(m_shapes.size());
+        m_shapes.push_back(shape);
+    }
+
+    /// Asks for the memory of the objects that a record's values refer to. They lie anywhere, and waiting
+    /// for one after the other would be half of the time reading takes.
+    void fetchAhead(std::size_t position, std::size_t length) const {
+        for (std::size_t index = 0; index < std::min<std::size_t>(length, 32); ++index) {
+            const std::uint64_t object = numberAt(position + index * m_referenceSize, m_referenceSize);
+            __builtin_prefetch(m_objects.data() + std::min<std::uint64_t>(object, m_objects.size() - 1));
+        }
     }
 
     bool readArray(Object& object, unsigned low, Cursor cursor, std::uint32_t depth) {
@@ -263,17 +298,17 @@ private:
         if (depth > maximumNesting || !readLength(low, m_referenceSize, cursor, length)) {
             return false;
         }
-        object.height = 1;
+        Shape shape;
         std::vector<Value> values;
         values.reserve(length);
         for (std::size_t index = 0; index < length; ++index) {
-            const Value* value = readElement(object, cursor.position + index * m_referenceSize, depth);
+            const Value* value = readElement(shape, cursor.position + index * m_referenceSize, depth);
             if (!value) {
                 return false;
             }
             values.push_back(*value);
         }
-        object.value = Array(std::move(values));
+        finish(object, Array(std::move(values)), shape);
         return true;
     }
 
@@ -282,15 +317,17 @@ private:
         if (depth > maximumNesting || !readLength(low, 2 * m_referenceSize, cursor, length)) {
             return false;
         }
-        object.height = 1;
+        Shape shape;
+        shape.places += length;  // the keys
         Record::Fields fields;
         fields.reserve(length);
         const std::size_t keysSize = length * m_referenceSize;
+        fetchAhead(cursor.position + keysSize, length);
         for (std::size_t index = 0; index < length; ++index) {
             const std::size_t position = cursor.position + index * m_referenceSize;
-            const Value* key = readElement(object, position, depth);
-            const Text* text = key ? key->as<Text>() : nullptr;
-            const Value* value = text ? readElement(object, position + keysSize, depth) : nullptr;
+            const Object* key = readReferenced(position, depth + 1);
+            const Text* text = key ? key->value.as<Text>() : nullptr;
+            const Value* value = text ? readElement(shape, position + keysSize, depth) : nullptr;
             if (!value) {
                 return false;
             }
@@ -298,14 +335,14 @@ private:
         }
         const std::string_view keys = m_bytes.substr(cursor.position, keysSize);
         if (keys == m_distinctKeys) {
-            object.value = Record(std::move(fields));
+            finish(object, Record(std::move(fields)), shape);
             return true;
         }
         Record record = recordKeepingLastValues(std::move(fields));
         if (record.size() == length) {
             m_distinctKeys = keys;
         }
-        object.value = std::move(record);
+        finish(object, std::move(record), shape);
         return true;
     }
 
@@ -317,6 +354,7 @@ private:
     std::uint64_t m_root = 0;
     std::size_t m_bytesLeft = 0;  // of the objects, for those not yet read
     std::vector<Object> m_objects;
+    std::vector<Shape> m_shapes;      // of the containers read
     std::string_view m_distinctKeys;  // the key references last found without a repetition: most records have the same
 };
 

@@ -4,6 +4,7 @@
 #include "core/PropertyListUnicode.h"
 
 #include <bit>
+#include <cstring>
 
 namespace kpx {
 namespace {
@@ -26,37 +27,71 @@ public:
 
     std::string write() {
         m_offsets.reserve(m_list.objects.size());
-        m_bytes.reserve(expectedSize());
-        m_bytes = binaryPropertyListHeader;
+        std::size_t table = binaryPropertyListHeader.size();
         for (const BinaryObject& object : m_list.objects) {
-            m_offsets.push_back(m_bytes.size());
+            m_offsets.push_back(table);
+            table += sizeOf(object);
+        }
+        const unsigned offsetSize = fewestBytes(table);
+        const std::size_t size = table + m_offsets.size() * offsetSize + trailerSize;
+        m_bytes.resize(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
+        append(binaryPropertyListHeader);
+        for (const BinaryObject& object : m_list.objects) {
             appendObject(object);
         }
-        appendOffsetsAndTrailer();
+        appendOffsetsAndTrailer(table, offsetSize);
+        m_bytes.resize(size);
         return std::move(m_bytes);
     }
 
 private:
-    std::size_t expectedSize() const {
-        constexpr std::size_t wholeFrame = 64;
-        std::size_t size = wholeFrame + m_list.references.size() * m_referenceSize;
-        for (const BinaryObject& object : m_list.objects) {
-            const std::size_t content = object.kind == Kind::utf16Text ? 2 * std::size_t{object.count} : object.count;
-            constexpr std::size_t markerLengthAndOffset = 8;
-            size += markerLengthAndOffset + (object.kind < Kind::array ? content : 0);
+    static constexpr std::size_t trailerSize = 32;
+    static constexpr unsigned countFollows = 0xF;  // in the low half of a marker
+
+    /// The bytes of one object.
+    std::size_t sizeOf(const BinaryObject& object) const {
+        switch (object.kind) {
+            case Kind::boolean:
+                return 1;
+            case Kind::integer:
+                return 1 + integerSize(object.content);
+            case Kind::largeInteger:
+                return 17;
+            case Kind::real:
+            case Kind::date:
+                return 9;
+            case Kind::uniqueIdentifier:
+                return 1 + integerSize(object.content);
+            case Kind::data:
+            case Kind::asciiText:
+                return markerAndCountSize(object.count) + object.count;
+            case Kind::utf16Text:
+                return markerAndCountSize(object.count) + 2 * std::size_t{object.count};
+            case Kind::array:
+                return markerAndCountSize(object.count) + std::size_t{object.count} * m_referenceSize;
+            case Kind::dictionary:
+                return markerAndCountSize(object.count) + 2 * std::size_t{object.count} * m_referenceSize;
         }
-        return size;
+        return 0;
+    }
+
+    static std::size_t markerAndCountSize(std::uint64_t count) {
+        return count < countFollows ? 1 : 2 + integerSize(count);
+    }
+
+    void append(std::string_view bytes) {
+        std::memcpy(m_bytes.data() + m_size, bytes.data(), bytes.size());
+        m_size += bytes.size();
     }
 
     void appendNumber(std::uint64_t number, unsigned size) {
-        char bytes[8];
-        for (unsigned index = 0; index < size; ++index) {
-            bytes[index] = static_cast<char>(number >> (8 * (size - 1 - index)));
-        }
-        m_bytes.append(bytes, size);
+        static_assert(std::endian::native == std::endian::little);
+        const std::uint64_t eight = __builtin_bswap64(number << (64 - 8 * size));
+        std::memcpy(m_bytes.data() + m_size, &eight, sizeof eight);
+        m_size += size;
     }
 
-    void appendMarker(unsigned kind, unsigned low) { m_bytes.push_back(static_cast<char>(kind << 4 | low)); }
+    void appendMarker(unsigned kind, unsigned low) { m_bytes[m_size++] = static_cast<char>(kind << 4 | low); }
 
     void appendInteger(std::uint64_t number, unsigned size) {
         appendMarker(0x1, static_cast<unsigned>(std::countr_zero(size)));
@@ -64,7 +99,6 @@ private:
     }
 
     void appendMarkerAndCount(unsigned kind, std::uint64_t count) {
-        constexpr unsigned countFollows = 0xF;
         if (count < countFollows) {
             appendMarker(kind, static_cast<unsigned>(count));
         } else {
@@ -103,16 +137,16 @@ private:
             case Kind::data: {
                 const auto& bytes = *reinterpret_cast<const Data::Bytes*>(object.content);
                 appendMarkerAndCount(0x4, object.count);
-                m_bytes.append(bytes.begin(), bytes.end());
+                append({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
                 break;
             }
             case Kind::asciiText:
                 appendMarkerAndCount(0x5, object.count);
-                m_bytes.append(*reinterpret_cast<const std::string*>(object.content));
+                append(*reinterpret_cast<const std::string*>(object.content));
                 break;
             case Kind::utf16Text:
                 appendMarkerAndCount(0x6, object.count);
-                appendUtf16(m_bytes, *reinterpret_cast<const std::string*>(object.content));
+                append(utf16FromUtf8(*reinterpret_cast<const std::string*>(object.content)));
                 break;
             case Kind::array:
                 appendMarkerAndCount(0xA, object.count);
@@ -131,14 +165,12 @@ private:
         }
     }
 
-    void appendOffsetsAndTrailer() {
-        const std::uint64_t table = m_bytes.size();
-        const unsigned offsetSize = fewestBytes(table);
+    void appendOffsetsAndTrailer(std::uint64_t table, unsigned offsetSize) {
         for (const std::uint64_t offset : m_offsets) {
             appendNumber(offset, offsetSize);
         }
-        constexpr std::size_t unused = 6;
-        m_bytes.append(unused, '\0');
+        constexpr unsigned unused = 6;
+        appendNumber(0, unused);
         appendNumber(offsetSize, 1);
         appendNumber(m_referenceSize, 1);
         appendNumber(m_list.objects.size(), 8);
@@ -149,6 +181,7 @@ private:
     const BinaryObjects& m_list;
     unsigned m_referenceSize;
     std::string m_bytes;
+    std::size_t m_size = 0;  // of m_bytes, what is written
     std::vector<std::uint64_t> m_offsets;
 };
 

@@ -145,7 +145,9 @@ std::size_t utf16Length(std::string_view text) {
     return length;
 }
 
-void appendUtf16(std::string& bytes, std::string_view text) {
+std::string utf16FromUtf8(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(2 * text.size());
     const auto append = [&](char32_t unit) {
         bytes.push_back(static_cast<char>(unit >> 8));
         bytes.push_back(static_cast<char>(unit));
@@ -159,6 +161,7 @@ void appendUtf16(std::string& bytes, std::string_view text) {
             append(code);
         }
     }
+    return bytes;
 }
 
 }  // namespace kpx

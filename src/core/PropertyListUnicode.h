@@ -27,7 +27,7 @@ char32_t takeCharacter(std::string_view& text);
 /// The number of UTF-16 units of a text, read as takeCharacter() does.
 std::size_t utf16Length(std::string_view text);
 
-/// Appends the text in big-endian UTF-16, read as takeCharacter() does.
-void appendUtf16(std::string& bytes, std::string_view text);
+/// The text in big-endian UTF-16, read as takeCharacter() does.
+std::string utf16FromUtf8(std::string_view text);
 
 }  // namespace kpx

@@ -5,14 +5,21 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_map>
 
 namespace kpx {
 
-Array::Array() : m_values(std::make_shared<const std::vector<Value>>()) {}
-Array::Array(std::vector<Value> values) : m_values(std::make_shared<const std::vector<Value>>(std::move(values))) {}
+Array::Array() = default;
+Array::Array(std::vector<Value> values)
+    : m_values(values.empty() ? Shared<std::vector<Value>>() : Shared<std::vector<Value>>(std::move(values))) {}
+
+const std::vector<Value>& Array::values() const {
+    static const std::vector<Value> none;
+    return m_values ? *m_values : none;
+}
 
 bool operator==(const Array& left, const Array& right) {
-    return left.m_values == right.m_values || *left.m_values == *right.m_values;
+    return left.m_values == right.m_values || left.values() == right.values();
 }
 
 Value::Value(std::uint64_t number) {
@@ -26,14 +33,7 @@ Value::Value(std::uint64_t number) {
 
 Record::Record() = default;
 Record::Record(std::initializer_list<Field> fields) : Record(Fields(fields)) {}
-Record::Record(Fields fields) : m_fields(fields.empty() ? nullptr : std::make_shared<Fields>(std::move(fields))) {}
-
-Record::Fields::const_iterator Record::begin() const {
-    return m_fields ? m_fields->cbegin() : Fields::const_iterator{};
-}
-Record::Fields::const_iterator Record::end() const { return m_fields ? m_fields->cend() : Fields::const_iterator{}; }
-bool Record::empty() const { return !m_fields || m_fields->empty(); }
-std::size_t Record::size() const { return m_fields ? m_fields->size() : 0; }
+Record::Record(Fields fields) : m_fields(fields.empty() ? Shared<Fields>() : Shared<Fields>(std::move(fields))) {}
 
 const Value* Record::find(std::string_view key) const {
     for (const Field& field : *this) {
@@ -62,12 +62,10 @@ std::optional<Date> Record::date(std::string_view key) const {
 }
 
 Record::Fields& Record::mutableFields() {
-    if (!m_fields) {
-        m_fields = std::make_shared<Fields>();
-    } else if (m_fields.use_count() > 1) {
-        m_fields = std::make_shared<Fields>(*m_fields);
+    if (!m_fields.isUnique()) {
+        m_fields = Shared<Fields>(m_fields ? *m_fields : Fields());
     }
-    return *m_fields;
+    return m_fields.mutableContent();
 }
 
 void Record::set(const Text& key, Value value) {
@@ -90,10 +88,32 @@ bool operator==(const Record& left, const Record& right) {
     if (left.m_fields == right.m_fields) {
         return true;
     }
-    return left.size() == right.size() && std::ranges::all_of(left, [&](const Record::Field& field) {
-               const Value* other = right.find(field.first);
-               return other && *other == field.second;
-           });
+    if (left.size() != right.size()) {
+        return false;
+    }
+    // Most records that are compared have their keys in the same order.
+    const auto [leftOther, rightOther] = std::mismatch(left.begin(), left.end(), right.begin());
+    if (leftOther == left.end()) {
+        return true;
+    }
+    if (leftOther->first == rightOther->first) {
+        return false;
+    }
+    constexpr std::size_t fewFields = 32;
+    if (left.size() <= fewFields) {
+        return std::all_of(leftOther, left.end(), [&](const Record::Field& field) {
+            const Value* other = right.find(field.first);
+            return other && *other == field.second;
+        });
+    }
+    std::unordered_map<std::string_view, const Value*> others;
+    for (auto field = rightOther; field != right.end(); ++field) {
+        others.emplace(field->first.view(), &field->second);
+    }
+    return std::all_of(leftOther, left.end(), [&](const Record::Field& field) {
+        const auto other = others.find(field.first.view());
+        return other != others.end() && *other->second == field.second;
+    });
 }
 
 std::int64_t integerValue(const Value& value) {

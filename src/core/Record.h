@@ -1,11 +1,11 @@
 #pragma once
 
 #include "core/Date.h"
+#include "core/Shared.h"
 #include "core/Text.h"
 
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -22,16 +22,19 @@ class Data {
 public:
     using Bytes = std::vector<std::uint8_t>;
 
-    Data() : m_bytes(std::make_shared<const Bytes>()) {}
-    explicit Data(Bytes bytes) : m_bytes(std::make_shared<const Bytes>(std::move(bytes))) {}
+    Data() = default;
+    explicit Data(Bytes bytes) : m_bytes(bytes.empty() ? Shared<Bytes>() : Shared<Bytes>(std::move(bytes))) {}
 
-    const Bytes& bytes() const { return *m_bytes; }
+    const Bytes& bytes() const {
+        static const Bytes none;
+        return m_bytes ? *m_bytes : none;
+    }
     friend bool operator==(const Data& left, const Data& right) {
-        return left.m_bytes == right.m_bytes || *left.m_bytes == *right.m_bytes;
+        return left.m_bytes == right.m_bytes || left.bytes() == right.bytes();
     }
 
 private:
-    std::shared_ptr<const Bytes> m_bytes;
+    Shared<Bytes> m_bytes;  // null when empty
 };
 
 /// An ordered list of values; copies share the elements.
@@ -40,11 +43,11 @@ public:
     Array();
     explicit Array(std::vector<Value> values);
 
-    const std::vector<Value>& values() const { return *m_values; }
+    const std::vector<Value>& values() const;
     friend bool operator==(const Array& left, const Array& right);
 
 private:
-    std::shared_ptr<const std::vector<Value>> m_values;
+    Shared<std::vector<Value>> m_values;  // null when empty
 };
 
 /// A keyed-archive reference in a foreign file; carried, never interpreted.
@@ -93,7 +96,7 @@ public:
 private:
     Fields& mutableFields();
 
-    std::shared_ptr<Fields> m_fields;  // null when empty
+    Shared<Fields> m_fields;  // null when empty
 };
 
 /// Records in their order. Where a file could be damaged, std::optional<Records> without a value is
@@ -135,6 +138,16 @@ public:
 private:
     Variant m_value;
 };
+static_assert(sizeof(Value) == 16);
+
+inline bool Record::empty() const { return size() == 0; }
+inline std::size_t Record::size() const { return m_fields ? m_fields->size() : 0; }
+inline Record::Fields::const_iterator Record::begin() const {
+    return m_fields ? m_fields->begin() : Fields::const_iterator{};
+}
+inline Record::Fields::const_iterator Record::end() const {
+    return m_fields ? m_fields->end() : Fields::const_iterator{};
+}
 
 /// A number's whole part, or the leading decimal integer of a text (leadingInteger()); 0 for anything
 /// else. A hand-edited file may hold a count as a text.

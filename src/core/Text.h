@@ -1,6 +1,7 @@
 #pragma once
 
-#include <memory>
+#include "core/Shared.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,7 +13,7 @@ namespace kpx {
 class Text {
 public:
     Text() = default;
-    Text(std::string text) : m_bytes(text.empty() ? nullptr : std::make_shared<const std::string>(std::move(text))) {}
+    Text(std::string text) : m_bytes(text.empty() ? Shared<std::string>() : Shared<std::string>(std::move(text))) {}
     Text(std::string_view text) : Text(std::string(text)) {}
     Text(const char* text) : Text(std::string(text)) {}
 
@@ -22,7 +23,7 @@ public:
     }
     std::string_view view() const { return m_bytes ? std::string_view(*m_bytes) : std::string_view(); }
     operator std::string_view() const { return view(); }
-    bool empty() const { return m_bytes == nullptr; }
+    bool empty() const { return !m_bytes; }
 
     /// Exact equality, byte for byte.
     friend bool operator==(const Text& left, const Text& right) {
@@ -31,7 +32,7 @@ public:
     friend auto operator<=>(const Text& left, const Text& right) { return left.view() <=> right.view(); }
 
 private:
-    std::shared_ptr<const std::string> m_bytes;
+    Shared<std::string> m_bytes;  // null when empty
 };
 
 }  // namespace kpx

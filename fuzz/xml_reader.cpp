@@ -1,0 +1,10 @@
+#include "core/XmlPropertyList.h"
+
+#include <cstddef>
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    static_cast<void>(kpx::readXmlPropertyList(bytes));
+    return 0;
+}
