@@ -77,7 +77,7 @@ public:
     LaidOutReport takeReport() { return std::move(m_report); }
 
 private:
-    void draw(DrawingOperation operation) { m_report.document.pages.back().operations.push_back(std::move(operation)); }
+    void draw(auto operation) { m_report.document.pages.back().operations.emplace_back(std::move(operation)); }
 
     void drawHeaderText(std::string text, double x) {
         draw(DrawText{std::move(text), headerFont, headerFontSize, false, x, headerLineY});

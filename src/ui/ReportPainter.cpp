@@ -12,6 +12,7 @@ namespace kpx {
 
 namespace {
 
+constexpr double letterSpacingPercent = 96;
 constexpr double tabStopDistance = 28 * ReportPainter::unitsPerPoint;
 
 /// A line stays a line: whatever would break it becomes a blank.
@@ -88,12 +89,11 @@ const QFont& ReportPainter::font(const DrawText& text, bool needsShaping) {
     result.setUnderline(text.underline);
     result.setPixelSize(static_cast<int>(std::lround(text.size * unitsPerPoint)));
     result.setHintingPreference(QFont::PreferNoHinting);
+    // The stand-in runs wider than the named font, and what follows a text stands at a fixed place.
+    result.setLetterSpacing(QFont::PercentageSpacing, letterSpacingPercent);
     // No ligatures: "office" must be found by a search for its letters. Scripts that cannot be written
-    // without shaping are shaped all the same; where accents need it, the thinnest of letter spacings
-    // keeps the ligatures away.
-    if (needsShaping) {
-        result.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
-    } else {
+    // without shaping are shaped all the same; where marks need it, the letter spacing keeps them away.
+    if (!needsShaping) {
         result.setStyleStrategy(QFont::PreferNoShaping);
     }
     return result;
