@@ -210,8 +210,12 @@ Date dateByAddingDays(Date date, int days, int months, int years, const Environm
     calendar.set(UCAL_DATE, std::min(dayOfMonth, calendar.getActualMaximum(UCAL_DATE, status)));
     requireSuccess(status, "month's length");
     add(calendar, UCAL_DATE, clamped(days, largestDay));
+    // A time of day that the clocks leave out that day moves on by as much as they do: 02:30 becomes 03:30.
+    calendar.setSkippedWallTimeOption(UCAL_WALLTIME_LAST);
     setTimeOfDay(calendar, hour, minute, second, millisecond);
-    return currentDate(calendar);
+    const Date sum = currentDate(calendar);
+    calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
+    return sum;
 }
 
 std::vector<int> diffDate(Date from, Date to, const std::vector<CalendarUnit>& units, const Environment& environment) {

@@ -205,6 +205,8 @@ TEST(DateUtilities, AddingKeepsTheTimeOfDay) {
     // 08:00 before and after the clock change: 23 hours apart.
     EXPECT_EQ(dateByAddingDays(universal(2024, 3, 9, 13), 1, 0, 0, newYork), universal(2024, 3, 10, 12));
     EXPECT_EQ(dateByAddingDays(universal(2024, 3, 9, 13, 30, 15), 0, 1, 0, newYork), universal(2024, 4, 9, 12, 30, 15));
+    // 02:30 does not exist on that day: 03:30.
+    EXPECT_EQ(dateByAddingDays(universal(2024, 3, 9, 7, 30), 1, 0, 0, newYork), universal(2024, 3, 10, 7, 30));
     const Environment santiago = environmentFor("en_US", "America/Santiago");
     EXPECT_EQ(dateByAddingDays(universal(2024, 9, 7, 4), 1, 0, 0, santiago), universal(2024, 9, 8, 4));
     EXPECT_EQ(dateByAddingDays(universal(2024, 9, 7, 4), 2, 0, 0, santiago), universal(2024, 9, 9, 3));

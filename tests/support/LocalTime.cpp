@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 
 namespace kpx::test {
 
@@ -41,7 +40,6 @@ struct LocalTime::Calendar {
         if (timeZone.empty() || calendar.getTimeZone() == icu::TimeZone::getUnknown()) {
             calendar.setTimeZone(*icu::TimeZone::getGMT());
         }
-        calendar.setGregorianChange(std::numeric_limits<double>::lowest(), status);
         calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
         calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
     }
