@@ -13,6 +13,7 @@ Lines at the head of a script say where it runs:
     # LC_ALL=de_DE.UTF-8       the locale, else en_US.UTF-8
     # data: fixtures/house     a folder (relative to this one) copied into the household's data folder
     # files: fixtures/receipts a folder copied into $FILES
+    # unchanged: NAME NAME     files of the data folder that must hold the same bytes at the end
     # status: 2                the exit status of the last run, else 0
 
 Two places are written as placeholders, in scripts and in transcripts, as the real ones differ from run
@@ -41,6 +42,7 @@ class Header:
     def __init__(self, script):
         self.environment = {"TZ": "America/New_York", "LC_ALL": "en_US.UTF-8"}
         self.folders = []
+        self.unchanged = []
         self.status = 0
         for line in script.splitlines():
             if not line.startswith("#"):
@@ -49,6 +51,8 @@ class Header:
                 self.environment[match[1]] = match[2]
             elif match := re.fullmatch(r"# (data|files): (\S+)", line):
                 self.folders.append((match[1], match[2]))
+            elif match := re.fullmatch(r"# unchanged: (.+)", line):
+                self.unchanged.extend(match[1].split())
             elif match := re.fullmatch(r"# status: (\d+)", line):
                 self.status = int(match[1])
 
@@ -64,6 +68,7 @@ def run(program, path):
         places["files"].mkdir()
         for place, source in header.folders:
             shutil.copytree(path.parent / source, places[place], dirs_exist_ok=True)
+        before = {name: (places["data"] / name).read_bytes() for name in header.unchanged}
         environment = {
             "XDG_DATA_HOME": str(root / "data"),
             "XDG_CONFIG_HOME": str(root / "config"),
@@ -90,6 +95,8 @@ def run(program, path):
             if ended.returncode != wanted:
                 errors = ended.stderr.decode("utf-8", "replace").strip()
                 problems.append(f"ended with {ended.returncode} instead of {wanted}: {errors}")
+        problems.extend(f"{name} has changed" for name, content in before.items()
+                        if (places["data"] / name).read_bytes() != content)
     return transcript, problems
 
 
