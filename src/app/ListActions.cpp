@@ -97,14 +97,14 @@ void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
     if (selected < 0 || selected >= static_cast<int>(list->rows.size())) {
         return;
     }
-    const std::string rowName =
-        list->rows[static_cast<std::size_t>(selected)].text(list->kind.nameColumn()).value_or("").string();
-    if (list->name() != rowName) {
+    // A row without a name differs from every text, the empty one included.
+    const auto rowName = list->rows[static_cast<std::size_t>(selected)].text(list->kind.nameColumn());
+    if (!rowName || list->name() != rowName->string()) {
         const std::string& word = list->kind.kindWord;
         doSheetAlert(
             list->sheet.name(), localized("Press OK to continue"),
             formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
-                      {word, rowName, word}));
+                      {word, rowName.value_or("").string(), word}));
         return;
     }
     if (!doDeleteFromSheet(sender, true)) {

@@ -17,10 +17,11 @@ void KPXAppDelegate::respondToTVDblClickOnSheet(ListSheet& list) {
         return;
     }
     const ListKind& kind = list.kind;
-    const std::string name = list.rows[static_cast<std::size_t>(clicked)].text(kind.nameColumn()).value_or("").string();
+    const auto name = list.rows[static_cast<std::size_t>(clicked)].text(kind.nameColumn());
     // Read afresh: the fields get the stored values, also those that the table does not show.
     const Records records = copyArrayFromDataFile(kind.fileName).value_or(Records());
-    if (const Record* record = copyDictContainingTitle(name, kind.nameKey, records)) {
+    // A row without a name is no row of the empty name.
+    if (const Record* record = name ? copyDictContainingTitle(*name, kind.nameKey, records) : nullptr) {
         fillSheetFromDictInTV(*record, kind.keysByTag, list.sheet, kind.endTag());
     } else {
         doSheetAlert(list.sheet.name(), localized("failed to find corresponding name data in file array"),
@@ -44,7 +45,8 @@ void KPXAppDelegate::fillSheetFromDictInTV(const Record& record, const std::vect
     for (Control* control : outlets.controls()) {
         auto* field = dynamic_cast<TextField*>(control);
         if (field && field->place() == sheet.place() && field->tag() >= 1 && field->tag() <= maxTag) {
-            const auto text = record.text(withKeys[static_cast<std::size_t>(field->tag())]);
+            const Value* value = record.find(withKeys[static_cast<std::size_t>(field->tag())]);
+            const auto text = value ? titleOfValue(*value) : std::nullopt;
             field->setText(text.value_or("").string());
         }
     }

@@ -17,8 +17,10 @@ std::string plainNumber(Number number) {
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
 }
 
-/// The value as a title; none for what has no plain text, such as binary data. A hand-edited file may
-/// hold a number where a name belongs.
+std::string clause(const KeyValue& pair) { return std::string(pair.key) + " == \"" + std::string(pair.value) + "\""; }
+
+}  // namespace
+
 std::optional<Text> titleOfValue(const Value& value) {
     if (const auto* text = value.as<Text>()) {
         return *text;
@@ -37,10 +39,6 @@ std::optional<Text> titleOfValue(const Value& value) {
     }
     return std::nullopt;
 }
-
-std::string clause(const KeyValue& pair) { return std::string(pair.key) + " == \"" + std::string(pair.value) + "\""; }
-
-}  // namespace
 
 std::vector<std::string> copyUniqueKey(std::string_view key, const Records& records) {
     std::vector<std::string> titles;

@@ -10,6 +10,10 @@
 
 namespace kpx {
 
+/// The value as a title; none for what has no plain text, such as binary data. A hand-edited file may
+/// hold a number where a name belongs.
+std::optional<Text> titleOfValue(const Value& value);
+
 /// The distinct values under the key as titles, in the order of their first occurrence. Only the first
 /// record is asked whether it has a value at all: if it has none, the result is empty, deliberately;
 /// later records without one are skipped.
