@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <ctime>
-#include <limits>
 
 namespace kpx {
 
@@ -54,7 +53,7 @@ Alarm::Alarm(std::function<void()> wake)
 
 void Alarm::set(std::optional<Day> day) {
     itimerspec setting{};
-    setting.it_value.tv_sec = day ? instantOf(*day) : std::numeric_limits<std::int32_t>::max();
+    setting.it_value.tv_sec = day ? instantOf(*day) : 0;
     ::timerfd_settime(m_timer.get(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &setting, nullptr);
 }
 

@@ -19,7 +19,7 @@ LocalTime localTimeNow();
 class Alarm {
 public:
     explicit Alarm(std::function<void()> wake);
-    /// Replaces the earlier setting. Without a day only the jumps wake.
+    /// Replaces the earlier setting. Without a day a jump of the clock does not wake either.
     void set(std::optional<Day> day);
 
 private:

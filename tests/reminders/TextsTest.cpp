@@ -1,0 +1,51 @@
+#include "reminders/Autostart.h"
+#include "reminders/NotificationServer.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace kpx {
+namespace {
+
+TEST(NotificationBody, IsShownPlainly) {
+    struct Row {
+        std::string text;
+        bool markup;
+        std::string body;
+    };
+    const std::vector<Row> rows = {
+        {"Prescription: A\r for patient: B\r is due", true, "Prescription: A\n for patient: B\n is due"},
+        {"one\r\ntwo\nthree", true, "one\ntwo\nthree"},
+        {"<b>a & b</b> \"q\"", true, "&lt;b&gt;a &amp; b&lt;/b&gt; &quot;q&quot;"},
+        {"<b>a & b</b>", false, "<b>a & b</b>"},
+        {"&amp;", true, "&amp;amp;"},
+        {std::string("a\0b\x1b[c\td", 8), false,
+         "a\xEF\xBF\xBD"
+         "b\xEF\xBF\xBD[c\xEF\xBF\xBD"
+         "d"},
+        {"\xD7\xA9\xD7\x9C\xE2\x80\xAE", true, "\xD7\xA9\xD7\x9C\xE2\x80\xAE"},
+        {std::string(10240, 'x'), true, std::string(10240, 'x')},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text.substr(0, 40));
+        EXPECT_EQ(notificationBody(row.text, row.markup).toStdString(), row.body);
+    }
+    EXPECT_TRUE(notificationBody("a\xED\xA0\x80z", true).isValidUtf16()) << "half a surrogate pair";
+}
+
+TEST(AutostartEntry, StartsTheProgramWhateverItsFolderIsCalled) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"/usr/bin/velmora-reminders", "Exec=\"/usr/bin/velmora-reminders\" --if-any\n"},
+        {"/home/an na/b/velmora-reminders", "Exec=\"/home/an na/b/velmora-reminders\" --if-any\n"},
+        {"/opt/100%/v", "Exec=\"/opt/100%%/v\" --if-any\n"},
+        {"/opt/$a/v", "Exec=\"/opt/\\\\$a/v\" --if-any\n"},
+    };
+    for (const auto& [program, line] : rows) {
+        SCOPED_TRACE(program);
+        EXPECT_NE(autostartEntry(program).find(line), std::string::npos) << autostartEntry(program);
+    }
+}
+
+}  // namespace
+}  // namespace kpx

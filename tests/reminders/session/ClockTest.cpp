@@ -1,0 +1,73 @@
+#include "tests/reminders/session/Neighbours.h"
+#include "tests/reminders/session/Session.h"
+
+#include <gtest/gtest.h>
+
+namespace kpx {
+namespace {
+
+const QStringList plain = {QStringLiteral("body"), QStringLiteral("actions")};
+const QString text = QStringLiteral("text");
+
+class Clock : public testing::Test {
+protected:
+    Clock() { m_daemon.appear(); }
+
+    Session m_session;
+    NotificationDaemonDouble m_daemon{m_session.connect(), plain};
+};
+
+TEST_F(Clock, ComesAtEightAndNotBefore) {
+    m_session.startAgent(QStringLiteral("2026-11-21 07:59:57"));
+    m_session.schedule("text", QStringLiteral("2026-11-21")).waitForFinished();
+    letPass(700);
+    EXPECT_TRUE(m_daemon.shown.empty());
+    EXPECT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 1; }, 8000));
+    letPass(300);
+    EXPECT_EQ(m_daemon.shown.size(), 1U);
+}
+
+TEST_F(Clock, ComesAgainEachDay) {
+    // A day in ten seconds.
+    m_session.startAgent(QStringLiteral("2026-11-21 07:30:00 x8640"));
+    m_session.schedule("text", QStringLiteral("2026-11-21")).waitForFinished();
+    for (const char* day : {"2026-11-21", "2026-11-22", "2026-11-23"}) {
+        SCOPED_TRACE(day);
+        const std::size_t before = m_daemon.shown.size();
+        ASSERT_TRUE(waitUntil([&] { return m_daemon.shown.size() == before + 1; }, 15000));
+        letPass(500);
+        ASSERT_EQ(m_daemon.shown.size(), before + 1);
+        EXPECT_EQ(m_daemon.open.size(), 1U) << "yesterday's has gone from the screen";
+        ASSERT_EQ(m_session.reminders().size(), 1U);
+        EXPECT_EQ(m_session.reminders().front().deliveredDay, dayFromText(day));
+    }
+}
+
+TEST_F(Clock, WhatWasMissedComesOnceAtTheNextStart) {
+    m_session.startAgent(QStringLiteral("2026-11-20 12:00:00"));
+    m_session.schedule("text", QStringLiteral("2026-11-21")).waitForFinished();
+    letPass(200);
+    EXPECT_TRUE(m_daemon.shown.empty());
+    m_session.killAgent();
+    for (const char* start : {"2026-11-25 06:00:00", "2026-11-25 07:00:00"}) {
+        m_session.startAgent(QString::fromLatin1(start));
+        letPass(400);
+        EXPECT_EQ(m_daemon.timesShown(text), 1) << start;
+        m_session.killAgent();
+    }
+    m_session.startAgent(QStringLiteral("2026-11-25 08:00:00"));
+    EXPECT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 2; }));
+}
+
+TEST_F(Clock, AClockThatWasYearsAheadSilencesNothing) {
+    m_session.startAgent(QStringLiteral("2035-01-01 12:00:00"));
+    m_session.schedule("text", QStringLiteral("2026-11-21"));
+    ASSERT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 1; }));
+    letPass(200);
+    m_session.killAgent();
+    m_session.startAgent(QStringLiteral("2026-11-25 07:59:58"));
+    EXPECT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 2; }, 8000));
+}
+
+}  // namespace
+}  // namespace kpx

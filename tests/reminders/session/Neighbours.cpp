@@ -1,0 +1,123 @@
+#include "tests/reminders/session/Neighbours.h"
+
+#include "reminders/Names.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kpx {
+
+namespace {
+
+const QString notifications = QStringLiteral("org.freedesktop.Notifications");
+const QString tagHint = QStringLiteral("x-dunst-stack-tag");
+
+}  // namespace
+
+NotificationDaemonDouble::NotificationDaemonDouble(const QDBusConnection& bus, const QStringList& capabilities)
+    : m_bus(bus), m_capabilities(capabilities) {
+    m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+                         QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+}
+
+NotificationDaemonDouble::~NotificationDaemonDouble() {
+    m_bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+}
+
+void NotificationDaemonDouble::appear() { EXPECT_TRUE(m_bus.registerService(notifications)); }
+
+void NotificationDaemonDouble::disappear() {
+    m_bus.unregisterService(notifications);
+    open.clear();
+}
+
+int NotificationDaemonDouble::timesShown(const QString& body) const {
+    return static_cast<int>(std::ranges::count(shown, body, &Notification::body));
+}
+
+uint NotificationDaemonDouble::numberOf(const QString& body) const {
+    for (const auto& [number, notification] : open) {
+        if (notification.body == body) {
+            return number;
+        }
+    }
+    return 0;
+}
+
+void NotificationDaemonDouble::click(uint number, const QString& action, const QString& token) {
+    if (!token.isEmpty()) {
+        Q_EMIT ActivationToken(number, token);
+    }
+    Q_EMIT ActionInvoked(number, action);
+}
+
+void NotificationDaemonDouble::dismiss(uint number) {
+    constexpr uint byTheUser = 2;
+    open.erase(number);
+    Q_EMIT NotificationClosed(number, byTheUser);
+}
+
+uint NotificationDaemonDouble::Notify(const QString&, uint replaces, const QString& icon, const QString& title,
+                                      const QString& body, const QStringList& actions, const QVariantMap& hints,
+                                      int timeout) {
+    EXPECT_EQ(replaces, 0U);
+    if (isSilent) {
+        setDelayedReply(true);
+        ++silentlyTaken;
+        return 0;
+    }
+    Notification notification{++m_lastNumber, title, body, icon, actions, hints, timeout};
+    const QString tag = hints.value(tagHint).toString();
+    for (auto& [number, other] : open) {
+        if (!tag.isEmpty() && m_capabilities.contains(tagHint) && other.hints.value(tagHint).toString() == tag) {
+            notification.number = number;
+            other = notification;  // in place: nothing new comes to the screen
+            return number;
+        }
+    }
+    shown.push_back(notification);
+    open.emplace(notification.number, notification);
+    return notification.number;
+}
+
+void NotificationDaemonDouble::CloseNotification(uint number) {
+    constexpr uint byACall = 3;
+    if (open.erase(number) != 0) {
+        Q_EMIT NotificationClosed(number, byACall);
+    }
+}
+
+ApplicationDouble::~ApplicationDouble() {
+    m_bus.unregisterObject(applicationPath);
+    m_bus.unregisterService(applicationName);
+}
+
+void ApplicationDouble::appear() {
+    m_bus.registerObject(applicationPath, this, QDBusConnection::ExportAllSlots);
+    EXPECT_TRUE(m_bus.registerService(applicationName));
+}
+
+void ApplicationDouble::ActivateAction(const QString& action, const QVariantList& parameters,
+                                       const QVariantMap& platformData) {
+    ASSERT_EQ(action.toStdString(), "reminder");
+    ASSERT_EQ(parameters.size(), 1);
+    const auto clicked = qdbus_cast<QVariantMap>(parameters.first());
+    clicks.push_back({clicked.value(QStringLiteral("identifier")).toString(),
+                      clicked.value(QStringLiteral("title")).toByteArray().toStdString(),
+                      clicked.value(QStringLiteral("text")).toByteArray().toStdString(), platformData});
+    if (!withdraws) {
+        return;
+    }
+    for (const char* method : {"RemoveDelivered", "RemoveScheduled"}) {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(agentName, agentPath, agentName, QString::fromLatin1(method));
+        m_bus.asyncCall(message << clicks.back().identifier << QByteArray::fromStdString(clicks.back().text));
+    }
+}
+
+}  // namespace kpx

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "reminders/Schedule.h"
+
+#include <QDBusConnection>
+#include <QDBusPendingReply>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kpx {
+
+/// Runs the event loop until the condition holds; false when it does not within that time.
+bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
+/// Runs the event loop for that time.
+void letPass(int milliseconds);
+
+/// A session of a user who owns nothing yet: folders, and a bus that can start what is installed and nothing else.
+class Session {
+public:
+    Session();
+    ~Session();
+
+    /// From now on the bus starts the command when the name is asked for.
+    void install(const QString& name, const QString& command);
+    /// A connection of its own, as if of another program.
+    QDBusConnection connect();
+
+    /// Starts the agent, at that time if one is given ("2026-11-21 07:59:58", or with a speed, "… x1000"), and
+    /// returns when it is on the bus.
+    void startAgent(const QString& time = {});
+    /// The same, and returns as soon as its process runs.
+    void beginAgent(const QString& time);
+    std::unique_ptr<QProcess> start(const QString& program, const QStringList& arguments = {},
+                                    const QString& time = {});
+    /// Kills the agent and the process that would start it again, and returns when the bus knows.
+    void killAgent();
+    bool isOnBus(const QString& name);
+    /// Kills the process that owns the name.
+    void killOwner(const QString& name);
+    /// The process that owns the agent's name; 0 when there is none.
+    qint64 agentProcess();
+    /// The process that started it.
+    qint64 supervisor() const { return m_agent->processId(); }
+    QProcess& agent() { return *m_agent; }
+    void endBus();
+
+    QDBusPendingReply<QString> schedule(const QByteArray& text, const QString& day);
+    QDBusPendingReply<> call(const QString& method, const QVariantList& arguments);
+
+    QString run(const QString& program, const QStringList& arguments);
+    std::filesystem::path folder() const { return m_folder.path().toStdString(); }
+    std::filesystem::path scheduleFolder() const { return folder() / "state/Velmora/reminders"; }
+    std::filesystem::path autostartFile() const;
+    /// As their files' names tell it.
+    std::vector<Reminder> reminders() const;
+    bool isScheduled(const QString& identifier) const;
+    /// Whether each reminder has been shown at least once.
+    bool isAllDelivered() const;
+
+private:
+    QTemporaryDir m_folder;
+    QProcessEnvironment m_environment;
+    QProcess m_bus;
+    QString m_address;
+    std::unique_ptr<QProcess> m_agent;
+    std::vector<QString> m_connections;
+    QDBusConnection m_connection;
+};
+
+}  // namespace kpx

@@ -1,0 +1,80 @@
+#include "reminders/Names.h"
+#include "tests/reminders/session/Session.h"
+
+#include <gtest/gtest.h>
+
+namespace kpx {
+namespace {
+
+const std::string text = "Prescription: Lisinopril\r for patient: Ann\r is due";
+
+/// The whole way, with the window program itself and a notification daemon on a screen.
+class Velmora : public testing::Test {
+protected:
+    Velmora() { m_session.install(QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("/usr/bin/dunst")); }
+
+    void showReminder() {
+        m_session.schedule(QByteArray::fromStdString(text), QStringLiteral("2026-11-21")).waitForFinished();
+        ASSERT_TRUE(waitUntil([&] {
+            const auto reminders = m_session.reminders();
+            return reminders.size() == 1 && reminders.front().phase == Phase::Shown;
+        }));
+    }
+    void clickIt() { m_session.run(QStringLiteral("dunstctl"), {QStringLiteral("action"), QStringLiteral("0")}); }
+    bool isRunning() { return m_session.isOnBus(applicationName); }
+    QString windows() {
+        return m_session.run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                         QStringLiteral("--class"), QStringLiteral("velmora")});
+    }
+    void end() {
+        m_session.killOwner(applicationName);
+        EXPECT_TRUE(waitUntil([&] { return !isRunning(); }));
+    }
+
+    Session m_session;
+};
+
+TEST_F(Velmora, IsStartedByTheClickThroughTheBus) {
+    m_session.install(applicationName, QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    m_session.startAgent(QStringLiteral("2026-11-21 12:00:00"));
+    showReminder();
+    EXPECT_FALSE(isRunning());
+    clickIt();
+    ASSERT_TRUE(waitUntil([&] { return isRunning(); }));
+    EXPECT_TRUE(waitUntil([&] { return m_session.reminders().empty(); })) << "the program has withdrawn it";
+    EXPECT_TRUE(waitUntil([&] { return !windows().isEmpty(); }));
+    end();
+}
+
+TEST_F(Velmora, IsStartedByTheClickFromTheBuildTree) {
+    m_session.startAgent(QStringLiteral("2026-11-21 12:00:00"));
+    showReminder();
+    clickIt();
+    ASSERT_TRUE(waitUntil([&] { return isRunning(); }));
+    EXPECT_TRUE(waitUntil([&] { return m_session.reminders().empty(); }));
+    end();
+}
+
+TEST_F(Velmora, RunningAlreadyItTakesTheClick) {
+    const auto program = m_session.start(QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    ASSERT_TRUE(waitUntil([&] { return isRunning() && !windows().isEmpty(); }));
+    m_session.startAgent(QStringLiteral("2026-11-21 12:00:00"));
+    showReminder();
+    clickIt();
+    EXPECT_TRUE(waitUntil([&] { return m_session.reminders().empty(); }));
+    EXPECT_EQ(program->state(), QProcess::Running);
+    end();
+}
+
+TEST_F(Velmora, ASecondStartRaisesTheFirst) {
+    const auto first = m_session.start(QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    ASSERT_TRUE(waitUntil([&] { return isRunning() && !windows().isEmpty(); }));
+    const auto second = m_session.start(QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    EXPECT_TRUE(second->waitForFinished(20000));
+    EXPECT_EQ(second->exitCode(), 0);
+    EXPECT_EQ(first->state(), QProcess::Running);
+    end();
+}
+
+}  // namespace
+}  // namespace kpx
