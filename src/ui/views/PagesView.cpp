@@ -72,11 +72,11 @@ void PagesView::fitWidth() {
 }
 
 void PagesView::applyZoom(double zoom) {
-    const double middle = viewport()->height() / 2.0;
+    // What stood in the middle stays there; at the very top, the top.
+    const double middle = verticalScrollBar()->value() == 0 ? 0 : viewport()->height() / 2.0;
     const double seen = (verticalScrollBar()->value() + middle) / m_zoom;
     m_zoom = std::clamp(zoom, zoomSteps.front(), zoomSteps.back());
     updateScrollBars();
-    // What stood in the middle stays there.
     verticalScrollBar()->setValue(static_cast<int>(std::lround(seen * m_zoom - middle)));
     viewport()->update();
     Q_EMIT shownPartChanged();

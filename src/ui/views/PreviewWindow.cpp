@@ -41,6 +41,7 @@ PreviewWindow::PreviewWindow(Document document, const QPageLayout& layout, QWidg
     setCentralWidget(m_pages);
     m_position = new QLabel(this);
     m_position->setObjectName(QStringLiteral("pagePosition"));
+    m_position->setContentsMargins(8, 0, 8, 0);
     statusBar()->addPermanentWidget(m_position);
     statusBar()->setSizeGripEnabled(false);
     buildCommands();
