@@ -70,11 +70,14 @@ private:
     std::optional<Value> readRoot() {
         const std::string_view whole = m_rest;
         std::optional<Value> root = readValue(1);
-        if (root && root->as<Text>() && (standsNext('=') || standsNext(';'))) {
+        if (!root || !root->as<Text>()) {
+            return root;
+        }
+        if (standsNext('=') || standsNext(';')) {
             m_rest = whole;
             return readFields();
         }
-        return root;
+        return isWordCharacter(whole.front()) ? std::nullopt : root;
     }
 
     /// `depth` is how many containers the value would stand in, itself included.

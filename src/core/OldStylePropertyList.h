@@ -23,8 +23,9 @@ namespace kpx {
 /// | `// …`, and C comments             | nothing                                                     |
 /// | `k = v; …` without the braces      | a dictionary: a table of localised texts                    |
 ///
-/// Null for anything else, also for nesting deeper than maximumNesting and for a text without a value.
-/// A key that occurs twice keeps its first place and its last value.
+/// Null for anything else, for nesting deeper than maximumNesting, and for a word that stands alone: the
+/// first bytes of any other file look the same. A key that occurs twice keeps its first place and its
+/// last value.
 [[nodiscard]] std::optional<Value> readOldStylePropertyList(std::string_view text);
 
 }  // namespace kpx
