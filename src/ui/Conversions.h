@@ -9,7 +9,9 @@
 
 namespace kpx {
 
-inline QString qstring(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+inline QString qstring(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 inline std::string utf8(const QString& text) { return text.toStdString(); }
 
 /// To the millisecond, in the system's local time.

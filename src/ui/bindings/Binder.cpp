@@ -95,7 +95,9 @@ Binder::~Binder() {
 
 bool Binder::bindControl(Control& control, QObject& object) {
     const std::function<void()> endsEditing = [this] { endEditing(); };
-    const std::function<QWidget*(const Control&)> find = [this](const Control& sought) { return widgetForControl(sought); };
+    const std::function<QWidget*(const Control&)> find = [this](const Control& sought) {
+        return widgetForControl(sought);
+    };
     const std::function<Environment()> environment = [this] { return m_delegate.environment(); };
     auto* matrix = dynamic_cast<Matrix*>(&control);
     if (auto* container = qobject_cast<QWidget*>(&object); matrix && container) {

@@ -67,7 +67,8 @@ void bind(KPXDropButton& control, DropButton& widget, std::function<void()> befo
     control.changed = [&control, &widget, shown] {
         if (*shown != control.image()) {
             *shown = control.image();
-            widget.setPicture(receiptThumbnail(qstring(control.image()), widget.sizeHint() * widget.devicePixelRatioF()));
+            widget.setPicture(
+                receiptThumbnail(qstring(control.image()), widget.sizeHint() * widget.devicePixelRatioF()));
         }
         widget.setDragInside(control.dragInside());
         widget.setEnabled(control.isEnabled());

@@ -37,9 +37,8 @@ void bind(DateField& control, QDateTimeEdit& widget) {
         }
         widget.setEnabled(control.isEnabled());
     };
-    QObject::connect(&widget, &QDateTimeEdit::dateChanged, &widget, [&control](const QDate& day) {
-        control.userSetDate(onDay(day, control));
-    });
+    QObject::connect(&widget, &QDateTimeEdit::dateChanged, &widget,
+                     [&control](const QDate& day) { control.userSetDate(onDay(day, control)); });
 }
 
 void bind(DateField& control, QCalendarWidget& widget) {
@@ -50,9 +49,8 @@ void bind(DateField& control, QCalendarWidget& widget) {
     };
     // Steps with the arrow keys count as picking: each shows at once in the field. A click on the day
     // already selected changes nothing, but is a pick all the same.
-    QObject::connect(&widget, &QCalendarWidget::selectionChanged, &widget, [&control, &widget] {
-        control.userSetDate(onDay(widget.selectedDate(), control));
-    });
+    QObject::connect(&widget, &QCalendarWidget::selectionChanged, &widget,
+                     [&control, &widget] { control.userSetDate(onDay(widget.selectedDate(), control)); });
     QObject::connect(&widget, &QCalendarWidget::clicked, &widget, [&control](const QDate& day) {
         if (qdateTime(control.date()).date() == day) {
             control.userSetDate(onDay(day, control));

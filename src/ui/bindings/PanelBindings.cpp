@@ -18,7 +18,8 @@ void bind(TabView& control, QTabWidget& widget) {
         const QSignalBlocker noUserAct(widget);
         widget.setCurrentIndex(control.selectedTab());
     };
-    QObject::connect(&widget, &QTabWidget::currentChanged, &widget, [&control](int index) { control.selectTab(index); });
+    QObject::connect(&widget, &QTabWidget::currentChanged, &widget,
+                     [&control](int index) { control.selectTab(index); });
 }
 
 void bind(Sheet& control, SheetDialog& widget) {

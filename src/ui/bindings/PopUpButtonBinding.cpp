@@ -15,7 +15,8 @@ bool showsItems(const QComboBox& widget, const std::vector<PopUpButton::Item>& i
     }
     for (int index = 0; index < widget.count(); ++index) {
         const PopUpButton::Item& item = items[static_cast<std::size_t>(index)];
-        const bool separator = widget.itemData(index, Qt::AccessibleDescriptionRole).toString() == QLatin1String("separator");
+        const bool separator =
+            widget.itemData(index, Qt::AccessibleDescriptionRole).toString() == QLatin1String("separator");
         if (separator != !item || (item && widget.itemText(index) != qstring(*item))) {
             return false;
         }

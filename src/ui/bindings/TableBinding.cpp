@@ -17,13 +17,13 @@ namespace {
 
 void setUsualWidths(const TableView& control, RecordTableView& widget) {
     const int character = widget.fontMetrics().averageCharWidth();
-    QHeaderView* header = widget.horizontalHeader();
-    for (int index = 0; index < static_cast<int>(control.columns().size()); ++index) {
-        const TableView::Column& column = control.columns()[static_cast<std::size_t>(index)];
-        const int title = widget.fontMetrics().horizontalAdvance(qstring(column.title)) + 32;
-        header->resizeSection(index, qMax(title, usualCharacters(column.identifier) * character + 16));
+    std::vector<RecordTableView::ColumnWidth> widths;
+    for (const TableView::Column& column : control.columns()) {
+        const int title = widget.fontMetrics().horizontalAdvance(qstring(column.title)) + 30;
+        const int usual = usualCharacters(column.identifier) * character + 16;
+        widths.push_back({qMax(title, usual), isTextColumn(column.identifier)});
     }
-    header->setStretchLastSection(true);
+    widget.setColumnWidths(std::move(widths));
 }
 
 void showSelection(const TableView& control, RecordTableView& widget) {
@@ -47,7 +47,8 @@ void showSortOrder(const TableView& control, RecordTableView& widget) {
     for (int index = 0; index < static_cast<int>(control.columns().size()); ++index) {
         if (control.columns()[static_cast<std::size_t>(index)].identifier == latest.key) {
             const QSignalBlocker noUserAct(widget.horizontalHeader());
-            widget.horizontalHeader()->setSortIndicator(index, latest.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+            widget.horizontalHeader()->setSortIndicator(index,
+                                                        latest.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
             widget.horizontalHeader()->viewport()->update();
         }
     }
@@ -66,7 +67,8 @@ void bind(TableView& control, RecordTableView& widget, std::function<Environment
         widget.setEnabled(control.isEnabled());
         widget.viewport()->update();
     };
-    QObject::connect(&widget, &RecordTableView::rowClicked, &widget, [&control](int row) { control.userClickRow(row); });
+    QObject::connect(&widget, &RecordTableView::rowClicked, &widget,
+                     [&control](int row) { control.userClickRow(row); });
     QObject::connect(&widget, &RecordTableView::rowDoubleClicked, &widget,
                      [&control](int row) { control.userDoubleClickRow(row); });
     QObject::connect(&widget, &RecordTableView::contextMenuWanted, &widget,

@@ -6,9 +6,15 @@
 #include <QApplication>
 #include <QToolTip>
 
+// A static library's pictures are not there until they are asked for. The macro works in no namespace.
+static void registerPictures() { Q_INIT_RESOURCE(velmora); }
+
 namespace kpx {
 
-void installStyle(QApplication& application) { application.setStyle(new CalmStyle); }
+void installStyle(QApplication& application) {
+    registerPictures();
+    application.setStyle(new CalmStyle);
+}
 
 void showAppearance(QApplication& application, bool dark) {
     const QPalette palette = dark ? darkPalette() : lightPalette();

@@ -1,14 +1,18 @@
 #include "ui/style/CalmStyle.h"
 
+#include "ui/style/AlertIcons.h"
 #include "ui/style/Colors.h"
+#include "ui/style/ScrollBars.h"
 #include "ui/style/Strokes.h"
 
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFrame>
+#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOption>
@@ -20,6 +24,9 @@ namespace kpx {
 namespace {
 
 constexpr int fieldHeight = 30;
+
+/// One height for all that stands in a line of a form, whatever the font.
+int heightOfField(const QStyleOption* option) { return qMax(option->fontMetrics.height() + 14, fieldHeight); }
 
 bool isOn(const QStyleOption* option, QStyle::StateFlag flag) { return option->state & flag; }
 
@@ -57,9 +64,11 @@ void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget
     drawBox(*painter, option->rect, fill, main ? fill : edgeColor(option), focus, ring);
 }
 
-void drawField(const QStyleOption* option, QPainter* painter, bool focus) {
-    drawBox(*painter, option->rect, option->palette.color(QPalette::Base), edgeColor(option), focus,
-            option->palette.color(QPalette::Highlight));
+/// A field that only displays lies flat.
+void drawField(const QStyleOption* option, QPainter* painter, bool focus, bool displayOnly = false) {
+    const QColor fill = option->palette.color(displayOnly ? QPalette::Window : QPalette::Base);
+    const QColor edge = displayOnly ? option->palette.color(QPalette::Midlight) : edgeColor(option);
+    drawBox(*painter, option->rect, fill, edge, focus, option->palette.color(QPalette::Highlight));
 }
 
 void drawIndicator(const QStyleOption* option, QPainter* painter, bool round) {
@@ -88,6 +97,14 @@ void drawIndicator(const QStyleOption* option, QPainter* painter, bool round) {
     if (on && !round) {
         drawCheckMark(*painter, box, palette.color(QPalette::HighlightedText));
     }
+}
+
+/// The list that drops from a pop-up, square because it is a window of its own.
+void drawDropDown(const QStyleOption* option, QPainter* painter) {
+    painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+    painter->setPen(option->palette.color(QPalette::Mid));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
 }
 
 /// A plain frame is a card: raised ground with a thin edge. Around a list only the edge is drawn.
@@ -136,36 +153,54 @@ CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void CalmStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
-    if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
-        qobject_cast<QTabBar*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {
+    if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) || qobject_cast<QTabBar*>(widget) ||
+        qobject_cast<QAbstractSpinBox*>(widget)) {
         widget->setAttribute(Qt::WA_Hover);
+    }
+    if (qobject_cast<QLabel*>(widget) && widget->property("hint").toBool()) {
+        widget->setForegroundRole(QPalette::PlaceholderText);
     }
 }
 
 void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
     switch (element) {
-        case PE_PanelButtonCommand: drawPushButton(option, painter, widget); return;
+        case PE_PanelButtonCommand:
+            drawPushButton(option, painter, widget);
+            return;
         case PE_PanelButtonTool:
             if (isOn(option, State_Enabled) && (option->state & (State_MouseOver | State_Sunken | State_On))) {
-                const QColor ground = mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Highlight), 0.18);
+                const QColor ground =
+                    mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Highlight), 0.18);
                 drawBox(*painter, option->rect, ground, ground, false, ground);
             }
             if (isOn(option, State_HasFocus) && isOn(option, State_KeyboardFocusChange)) {
-                drawBox(*painter, option->rect, Qt::transparent, Qt::transparent, true, option->palette.color(QPalette::Highlight));
+                drawBox(*painter, option->rect, Qt::transparent, Qt::transparent, true,
+                        option->palette.color(QPalette::Highlight));
             }
             return;
-        case PE_FrameLineEdit: drawBox(*painter, option->rect, Qt::transparent, edgeColor(option), isOn(option, State_HasFocus), option->palette.color(QPalette::Highlight)); return;
+        case PE_FrameLineEdit:
+            drawBox(*painter, option->rect, Qt::transparent, edgeColor(option), isOn(option, State_HasFocus),
+                    option->palette.color(QPalette::Highlight));
+            return;
         case PE_PanelLineEdit: {
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             if (frame && frame->lineWidth > 0) {
-                drawField(option, painter, isOn(option, State_HasFocus) && !isOn(option, State_ReadOnly));
+                drawField(option, painter, isOn(option, State_HasFocus), isOn(option, State_ReadOnly));
             }
             return;
         }
-        case PE_IndicatorCheckBox: drawIndicator(option, painter, false); return;
-        case PE_IndicatorRadioButton: drawIndicator(option, painter, true); return;
+        case PE_IndicatorCheckBox:
+            drawIndicator(option, painter, false);
+            return;
+        case PE_IndicatorRadioButton:
+            drawIndicator(option, painter, true);
+            return;
         case PE_Frame:
+            if (widget && widget->inherits("QComboBoxPrivateContainer")) {
+                drawDropDown(option, painter);
+                return;
+            }
             if (widget && (widget->inherits("QFrame") || widget->inherits("QAbstractScrollArea"))) {
                 drawPanel(option, painter, widget);
                 return;
@@ -190,7 +225,8 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             }
             return;
         }
-        default: break;
+        default:
+            break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -206,7 +242,9 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
                 return;
             }
             break;
-        case CE_TabBarTabShape: drawTab(option, painter); return;
+        case CE_TabBarTabShape:
+            drawTab(option, painter);
+            return;
         case CE_TabBarTabLabel:
             if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
                 drawTabLabel(proxy(), tab, painter);
@@ -220,7 +258,8 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
             painter->fillRect(QRect(option->rect.right(), option->rect.top() + 7, 1, option->rect.height() - 14),
                               option->palette.color(QPalette::Midlight));
             return;
-        case CE_HeaderEmptyArea: painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        case CE_HeaderEmptyArea:
+            painter->fillRect(option->rect, option->palette.color(QPalette::Window));
             painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
                               option->palette.color(QPalette::Midlight));
             return;
@@ -234,7 +273,8 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
                 return;
             }
             break;
-        default: break;
+        default:
+            break;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
 }
@@ -247,13 +287,18 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         drawBox(*painter, option->rect, buttonFill(option, false), edgeColor(option), focus,
                 option->palette.color(QPalette::Highlight));
         const QRect arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
-        drawChevron(*painter, arrow, option->palette.color(isOn(option, State_Enabled) ? QPalette::Active : QPalette::Disabled,
-                                                           QPalette::ButtonText));
+        drawChevron(*painter, arrow,
+                    option->palette.color(isOn(option, State_Enabled) ? QPalette::Active : QPalette::Disabled,
+                                          QPalette::ButtonText));
         return;
     }
     if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
         control == CC_SpinBox && spin && spin->buttonSymbols == QAbstractSpinBox::NoButtons) {
         drawField(option, painter, isOn(option, State_HasFocus));
+        return;
+    }
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar) {
+        drawScrollBar(*bar, scrollBarSlider(*bar), *painter);
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -262,43 +307,70 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
         case PM_LayoutHorizontalSpacing:
-        case PM_LayoutVerticalSpacing: return 8;
+        case PM_LayoutVerticalSpacing:
+            return 8;
         case PM_LayoutLeftMargin:
         case PM_LayoutRightMargin:
         case PM_LayoutTopMargin:
-        case PM_LayoutBottomMargin: return 16;
+        case PM_LayoutBottomMargin:
+            return 16;
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
         case PM_ExclusiveIndicatorWidth:
-        case PM_ExclusiveIndicatorHeight: return 16;
+        case PM_ExclusiveIndicatorHeight:
+            return 16;
         case PM_CheckBoxLabelSpacing:
-        case PM_RadioButtonLabelSpacing: return 8;
-        case PM_TabBarTabHSpace: return 40;
-        case PM_TabBarTabVSpace: return 20;
+        case PM_RadioButtonLabelSpacing:
+            return 8;
+        case PM_TabBarTabHSpace:
+            return 40;
+        case PM_TabBarTabVSpace:
+            return 20;
         case PM_TabBarTabShiftVertical:
         case PM_TabBarTabOverlap:
-        case PM_TabBarTabShiftHorizontal: return 0;
+        case PM_TabBarTabShiftHorizontal:
+            return 0;
         case PM_ButtonShiftHorizontal:
-        case PM_ButtonShiftVertical: return 0;
-        case PM_HeaderMargin: return 6;
-        case PM_ToolTipLabelFrameWidth: return 6;
-        case PM_MessageBoxIconSize: return 40;
-        default: return QProxyStyle::pixelMetric(metric, option, widget);
+        case PM_ButtonShiftVertical:
+            return 0;
+        case PM_HeaderMargin:
+            return 6;
+        case PM_FocusFrameHMargin:
+            return qobject_cast<const QAbstractItemView*>(widget) ? 5 : 2;
+        case PM_ScrollBarExtent:
+            return 14;
+        case PM_ScrollBarSliderMin:
+            return 32;
+        case PM_ToolTipLabelFrameWidth:
+            return 6;
+        case PM_MessageBoxIconSize:
+            return 40;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
 
 int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* returnData) const {
     switch (hint) {
-        case SH_ComboBox_Popup: return 0;
-        case SH_DialogButtonLayout: return QDialogButtonBox::GnomeLayout;
-        case SH_DialogButtonBox_ButtonsHaveIcons: return 0;
-        case SH_ItemView_ShowDecorationSelected: return 1;
-        case SH_TabBar_Alignment: return Qt::AlignLeft;
-        case SH_Table_GridLineColor: return static_cast<int>(option->palette.color(QPalette::Midlight).rgba());
-        case SH_FormLayoutLabelAlignment: return Qt::AlignLeft | Qt::AlignVCenter;
-        case SH_EtchDisabledText: return 0;
-        default: return QProxyStyle::styleHint(hint, option, widget, returnData);
+        case SH_ComboBox_Popup:
+            return 0;
+        case SH_DialogButtonLayout:
+            return QDialogButtonBox::GnomeLayout;
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        case SH_ItemView_ShowDecorationSelected:
+            return 1;
+        case SH_TabBar_Alignment:
+            return Qt::AlignLeft;
+        case SH_Table_GridLineColor:
+            return static_cast<int>(option->palette.color(QPalette::Midlight).rgba());
+        case SH_FormLayoutLabelAlignment:
+            return Qt::AlignLeft | Qt::AlignVCenter;
+        case SH_EtchDisabledText:
+            return 0;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
 }
 
@@ -312,28 +384,42 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             break;
         case CT_LineEdit:
         case CT_ComboBox:
-        case CT_SpinBox: result.setHeight(qMax(result.height(), fieldHeight)); break;
-        case CT_HeaderSection: result.setHeight(qMax(result.height(), fieldHeight)); break;
+        case CT_SpinBox:
+            result.setHeight(heightOfField(option));
+            break;
+        case CT_ToolButton:
+            result = result.boundedTo(QSize(result.width(), heightOfField(option)));
+            break;
+        case CT_HeaderSection:
+            result.setHeight(qMax(result.height(), fieldHeight));
+            break;
         case CT_CheckBox:
-        case CT_RadioButton: result.setHeight(qMax(result.height(), 24)); break;
+        case CT_RadioButton:
+            result.setHeight(qMax(result.height(), 24));
+            break;
         case CT_ItemViewItem:
             if (widget && widget->inherits("QComboBoxListView")) {
                 result.setHeight(qMax(result.height(), 26));
             }
             break;
-        default: break;
+        default:
+            break;
     }
     return result;
 }
 
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                                 const QWidget* widget) const {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar) {
+        return scrollBarPart(*bar, subControl);
+    }
     if (control == CC_ComboBox) {
         constexpr int arrowWidth = 26;
         constexpr int inset = 9;
         const QRect all = option->rect;
         if (subControl == SC_ComboBoxArrow) {
-            return visualRect(option->direction, all, QRect(all.right() - arrowWidth + 1, all.top(), arrowWidth, all.height()));
+            return visualRect(option->direction, all,
+                              QRect(all.right() - arrowWidth + 1, all.top(), arrowWidth, all.height()));
         }
         if (subControl == SC_ComboBoxEditField) {
             return visualRect(option->direction, all, all.adjusted(inset, 1, -arrowWidth, -1));
@@ -345,6 +431,21 @@ QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         return option->rect.adjusted(5, 1, -3, -1);
     }
     return QProxyStyle::subControlRect(control, option, subControl, widget);
+}
+
+QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (element == SE_LineEditContents && frame && frame->lineWidth > 0) {
+        return rect.adjusted(4, 0, -4, 0);
+    }
+    return rect;
+}
+
+QIcon CalmStyle::standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const {
+    const QPalette& palette = widget ? widget->palette() : QApplication::palette();
+    const QIcon icon = alertIcon(pixmap, palette);
+    return icon.isNull() ? QProxyStyle::standardIcon(pixmap, option, widget) : icon;
 }
 
 }  // namespace kpx

@@ -80,7 +80,8 @@ QColor warningRed(const QPalette& palette) { return isDarkPalette(palette) ? QCo
 
 QColor mixed(const QColor& first, const QColor& second, double share) {
     const auto part = [share](int from, int to) { return qRound(from + (to - from) * share); };
-    return QColor(part(first.red(), second.red()), part(first.green(), second.green()), part(first.blue(), second.blue()));
+    return QColor(part(first.red(), second.red()), part(first.green(), second.green()),
+                  part(first.blue(), second.blue()));
 }
 
 }  // namespace kpx

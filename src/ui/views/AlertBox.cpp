@@ -16,9 +16,12 @@ QString lines(const std::string& text) { return qstring(text).replace(QLatin1Cha
 
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {
-        case AlertStyle::Informational: return QMessageBox::Information;
-        case AlertStyle::Critical: return QMessageBox::Critical;
-        case AlertStyle::Warning: break;
+        case AlertStyle::Informational:
+            return QMessageBox::Information;
+        case AlertStyle::Critical:
+            return QMessageBox::Critical;
+        case AlertStyle::Warning:
+            break;
     }
     return QMessageBox::Warning;
 }

@@ -14,8 +14,8 @@ namespace kpx {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> numberColumns = {"dayssupply", "refills",      "remainingrefills",
-                                                           "cost",       "takenumber",   "everinterval"};
+constexpr std::array<std::string_view, 6> numberColumns = {"dayssupply", "refills",    "remainingrefills",
+                                                           "cost",       "takenumber", "everinterval"};
 constexpr std::array<std::string_view, 5> dateColumns = {"dispensedate", "expiredate", "lastdate", "nextdate",
                                                          "expiredateTabTwo"};
 constexpr std::array<std::string_view, 4> longColumns = {"scriptnote", "Drugdesc", "patientaddress", "provnotes"};
@@ -39,9 +39,9 @@ QString cellText(const std::string& column, const Value& value, const Environmen
                                 : QString::number(*number);
     }
     if (const std::int64_t* number = value.as<std::int64_t>()) {
-        return column == "cost" ? qstring(copyFormatStringForTextField(static_cast<double>(*number), "###,###,###.00",
-                                                                       environment))
-                                : QString::number(*number);
+        return column == "cost"
+                   ? qstring(copyFormatStringForTextField(static_cast<double>(*number), "###,###,###.00", environment))
+                   : QString::number(*number);
     }
     if (const std::uint64_t* number = value.as<std::uint64_t>()) {
         return QString::number(*number);
@@ -58,12 +58,16 @@ int usualCharacters(const std::string& column) {
         return 12;
     }
     if (contains(numberColumns, column)) {
-        return 9;
+        return 8;
     }
     if (contains(longColumns, column)) {
         return 30;
     }
     return column == "filltype" ? 8 : column == "scriptnum" || column == "rxnumTabTwo" ? 13 : 20;
+}
+
+bool isTextColumn(const std::string& column) {
+    return !contains(dateColumns, column) && !contains(numberColumns, column) && column != "filltype";
 }
 
 QString redCellMeaning(const std::string& column) {

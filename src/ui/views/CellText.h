@@ -18,6 +18,9 @@ Qt::Alignment cellAlignment(const std::string& column);
 /// Room for the column's usual contents, in the width of an average character.
 int usualCharacters(const std::string& column);
 
+/// Whether it holds names or notes, of any length, rather than dates, counts or amounts.
+bool isTextColumn(const std::string& column);
+
 /// Why a cell of the column is drawn in red.
 QString redCellMeaning(const std::string& column);
 

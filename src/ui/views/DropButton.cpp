@@ -77,7 +77,8 @@ void DropButton::drawInvitation(QPainter& painter, const QRect& area) {
         painter.drawLine(QPointF(sheet.left() + 6, y), QPointF(sheet.right() - (line == 2 ? 12 : 6), y));
     }
     painter.setPen(ink);
-    const QRect below(area.left(), qRound(sheet.bottom()) + 8, area.width(), area.bottom() - qRound(sheet.bottom()) - 8);
+    const QRect below(area.left(), qRound(sheet.bottom()) + 8, area.width(),
+                      area.bottom() - qRound(sheet.bottom()) - 8);
     painter.drawText(below, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text());
 }
 

@@ -25,7 +25,8 @@ void drawEmptyState(QPainter& painter, const QRect& area, const QPalette& palett
     painter.drawText(QRect(left, top, width, titleHeight), Qt::AlignHCenter | Qt::TextWordWrap, title);
     painter.setFont(font);
     painter.setPen(palette.color(QPalette::PlaceholderText));
-    painter.drawText(QRect(left, top + titleHeight + gap, width, textHeight), Qt::AlignHCenter | Qt::TextWordWrap, text);
+    painter.drawText(QRect(left, top + titleHeight + gap, width, textHeight), Qt::AlignHCenter | Qt::TextWordWrap,
+                     text);
 }
 
 }  // namespace kpx

@@ -1,5 +1,6 @@
 #include "ui/views/MainWindow.h"
 
+#include "ui/views/DayCalendar.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
 #include "ui/views/SheetDialog.h"
@@ -14,7 +15,6 @@
 #include "ui_ReportTab.h"
 #include "ui_ScheduleTab.h"
 
-#include <QCalendarWidget>
 #include <QCloseEvent>
 #include <QMenu>
 #include <QShortcut>
@@ -43,6 +43,7 @@ MainWindow::MainWindow() {
     addTabs();
     addSheets();
     addPopovers();
+    findChild<QWidget*>(QStringLiteral("patientPopTab1"))->setFocus();
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("contextMenuTab2"));
     connect(findChild<QAction*>(QStringLiteral("quitMenuItem")), &QAction::triggered, this, &QWidget::close);
@@ -56,7 +57,8 @@ void MainWindow::addTabs() {
     addTab<Ui::ReportTab>(*tabs);
     for (int index = 0; index < tabs->count(); ++index) {
         const QKeySequence keys(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + index));
-        connect(new QShortcut(keys, this), &QShortcut::activated, tabs, [tabs, index] { tabs->setCurrentIndex(index); });
+        connect(new QShortcut(keys, this), &QShortcut::activated, tabs,
+                [tabs, index] { tabs->setCurrentIndex(index); });
         tabs->setTabToolTip(index, keys.toString(QKeySequence::NativeText));
     }
     tabs->setCurrentIndex(0);
@@ -73,10 +75,9 @@ void MainWindow::addSheets() {
 void MainWindow::addPopovers() {
     auto* dates = new PopoverFrame(this);
     dates->setObjectName(QStringLiteral("thePopOver"));
-    auto* calendar = new QCalendarWidget(dates);
+    auto* calendar = new DayCalendar(dates);
     calendar->setObjectName(QStringLiteral("theDatePicker"));
     calendar->setAccessibleName(tr("Calendar"));
-    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     auto* datesLayout = new QVBoxLayout(dates);
     datesLayout->setContentsMargins(8, 8, 8, 8);
     datesLayout->addWidget(calendar);

@@ -43,8 +43,11 @@ void PopUpCombo::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Home:
         case Qt::Key_End:
         case Qt::Key_Space:
-        case Qt::Key_F4: showPopup(); return;
-        default: break;
+        case Qt::Key_F4:
+            showPopup();
+            return;
+        default:
+            break;
     }
     const bool isPlain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
     if (isPlain && !event->text().isEmpty() && event->text().at(0).isPrint()) {

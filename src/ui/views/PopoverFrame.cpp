@@ -40,7 +40,8 @@ void PopoverFrame::mousePressEvent(QMouseEvent* event) {
     // A click elsewhere closes the popover and takes effect there; one on its anchor only closes it,
     // else it would open again at once.
     const bool onAnchor =
-        m_anchor && QRect(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size()).contains(event->globalPosition().toPoint());
+        m_anchor &&
+        QRect(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size()).contains(event->globalPosition().toPoint());
     setAttribute(Qt::WA_NoMouseReplay, onAnchor);
     QFrame::mousePressEvent(event);
 }

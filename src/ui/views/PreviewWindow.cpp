@@ -121,13 +121,15 @@ bool PreviewWindow::savePdf(const QString& fileName) const {
 }
 
 void PreviewWindow::askAndSavePdf() {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString proposed =
-        folder + QLatin1Char('/') + fileNameFor(qstring(m_document.title)) + QStringLiteral(".pdf");
-    QString fileName = QFileDialog::getSaveFileName(this, tr("Save as PDF"), proposed, tr("PDF documents (*.pdf)"));
-    if (fileName.isEmpty()) {
+    QFileDialog dialog(this, tr("Save as PDF"), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+                       tr("PDF documents (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(fileNameFor(qstring(m_document.title)) + QStringLiteral(".pdf"));
+    if (dialog.exec() != QDialog::Accepted) {
         return;
     }
+    const QString fileName = dialog.selectedFiles().value(0);
     if (savePdf(fileName)) {
         statusBar()->showMessage(tr("Saved as %1").arg(fileName));
     } else {

@@ -58,8 +58,10 @@ bool RecordTableModel::isRed(const QModelIndex& index) const {
 QVariant RecordTableModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::EditRole: return text(index);
-        case Qt::TextAlignmentRole: return QVariant::fromValue(cellAlignment(column(index).identifier));
+        case Qt::EditRole:
+            return text(index);
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(cellAlignment(column(index).identifier));
         case Qt::ForegroundRole:
             return isRed(index) ? QVariant(warningRed(QGuiApplication::palette())) : QVariant();
         case Qt::AccessibleTextRole:
@@ -68,7 +70,8 @@ QVariant RecordTableModel::data(const QModelIndex& index, int role) const {
         case Qt::ToolTipRole:
             return isRed(index) ? redCellMeaning(column(index).identifier) + QStringLiteral(": ") + text(index)
                                 : text(index);
-        default: return {};
+        default:
+            return {};
     }
 }
 
@@ -98,7 +101,8 @@ bool RecordTableModel::setData(const QModelIndex& index, const QVariant& value, 
 
 void RecordTableModel::sort(int sortedColumn, Qt::SortOrder order) {
     if (sortedColumn >= 0 && sortedColumn < columnCount()) {
-        m_table.userSort(m_table.columns()[static_cast<std::size_t>(sortedColumn)].identifier, order == Qt::AscendingOrder);
+        m_table.userSort(m_table.columns()[static_cast<std::size_t>(sortedColumn)].identifier,
+                         order == Qt::AscendingOrder);
     }
 }
 

@@ -8,6 +8,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace kpx {
 
 RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
@@ -38,6 +40,37 @@ RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
 void RecordTableView::setModel(QAbstractItemModel* model) {
     QTableView::setModel(model);
     setSortingEnabled(true);
+}
+
+void RecordTableView::setColumnWidths(std::vector<ColumnWidth> widths) {
+    m_columnWidths = std::move(widths);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_userSetWidths |= !m_fitting; });
+    fitColumns();
+}
+
+void RecordTableView::fitColumns() {
+    if (m_userSetWidths) {
+        return;
+    }
+    int usual = 0;
+    int growing = 0;
+    for (const ColumnWidth& width : m_columnWidths) {
+        usual += width.usual;
+        growing += width.mayGrow ? width.usual : 0;
+    }
+    const int spare = qMax(0, viewport()->width() - usual);
+    m_fitting = true;
+    for (int index = 0; index < static_cast<int>(m_columnWidths.size()); ++index) {
+        const ColumnWidth& width = m_columnWidths[static_cast<std::size_t>(index)];
+        const int share = width.mayGrow && growing > 0 ? spare * width.usual / growing : 0;
+        horizontalHeader()->resizeSection(index, width.usual + share);
+    }
+    m_fitting = false;
+}
+
+void RecordTableView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    fitColumns();
 }
 
 void RecordTableView::mousePressEvent(QMouseEvent* event) {

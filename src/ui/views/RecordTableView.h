@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+#include <vector>
+
 namespace kpx {
 
 /// A table of records: whole rows, one at a time, no rules but quiet stripes; says what to do while it
@@ -21,6 +23,14 @@ public:
 
     void setModel(QAbstractItemModel* model) override;
 
+    /// The columns' widths as long as the user has not set one: the usual ones, those of texts wider
+    /// while there is room to spare.
+    struct ColumnWidth {
+        int usual = 0;
+        bool mayGrow = false;
+    };
+    void setColumnWidths(std::vector<ColumnWidth> widths);
+
 Q_SIGNALS:
     /// A click, or a step with the arrow keys.
     void rowClicked(int row);
@@ -34,8 +44,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void fitColumns();
+
+    std::vector<ColumnWidth> m_columnWidths;
+    bool m_fitting = false;
+    bool m_userSetWidths = false;
     QString m_emptyTitle;
     QString m_emptyText;
 };

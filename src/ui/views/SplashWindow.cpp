@@ -4,17 +4,16 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QPainter>
 #include <QScreen>
 
 namespace kpx {
 
-SplashWindow::SplashWindow(const QStringList& fields)
-    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+SplashWindow::SplashWindow(const QStringList& fields) : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     Ui::SplashWindow form;
     form.setupUi(this);
-    form.labelIcon->setPixmap(
-        QIcon(QStringLiteral(":/images/velmora.svg")).pixmap(QSize(72, 72), devicePixelRatioF()));
+    form.labelIcon->setPixmap(QIcon(QStringLiteral(":/images/velmora.svg")).pixmap(QSize(72, 72), devicePixelRatioF()));
     form.labelFields->setText(fields.join(QLatin1Char('\n')));
 }
 
@@ -23,6 +22,13 @@ void SplashWindow::showOver(QWidget* window) {
     const QRect area = window ? window->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
     move(area.center() - rect().center());
     show();
+}
+
+void SplashWindow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Base));
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void SplashWindow::mousePressEvent(QMouseEvent*) { hide(); }

@@ -15,6 +15,7 @@ public:
     void showOver(QWidget* window);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 };
 

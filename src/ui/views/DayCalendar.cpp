@@ -1,0 +1,99 @@
+#include "ui/views/DayCalendar.h"
+
+#include "ui/style/Strokes.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QTextCharFormat>
+#include <QToolButton>
+
+namespace kpx {
+
+namespace {
+
+/// The arrow of a month's neighbour, turned from one that points down.
+QIcon arrow(const QColor& color, bool forward) {
+    QIcon icon;
+    for (const int scale : {1, 2, 3}) {
+        QPixmap picture(16 * scale, 16 * scale);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.scale(scale, scale);
+        painter.translate(8, 8);
+        painter.rotate(forward ? -90 : 90);
+        drawChevron(painter, QRectF(-8, -8, 16, 16), color);
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
+}  // namespace
+
+DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
+    setVerticalHeaderFormat(NoVerticalHeader);
+    setMinimumSize(272, 236);
+    takeColors();
+}
+
+void DayCalendar::changeEvent(QEvent* event) {
+    QCalendarWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        takeColors();
+    }
+}
+
+void DayCalendar::takeColors() {
+    QTextCharFormat header;
+    header.setForeground(palette().color(QPalette::PlaceholderText));
+    header.setBackground(palette().color(QPalette::Base));
+    setHeaderTextFormat(header);
+    QTextCharFormat day;
+    day.setForeground(palette().color(QPalette::Text));
+    setWeekdayTextFormat(Qt::Saturday, day);
+    setWeekdayTextFormat(Qt::Sunday, day);
+    if (auto* bar = findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
+        bar->setBackgroundRole(QPalette::Base);
+    }
+    const QColor ink = palette().color(QPalette::Text);
+    for (const char* name :
+         {"qt_calendar_prevmonth", "qt_calendar_nextmonth", "qt_calendar_monthbutton", "qt_calendar_yearbutton"}) {
+        auto* button = findChild<QToolButton*>(QLatin1String(name));
+        if (!button) {
+            continue;
+        }
+        QPalette quiet = palette();
+        quiet.setColor(QPalette::ButtonText, ink);
+        quiet.setColor(QPalette::BrightText, ink);
+        quiet.setColor(QPalette::HighlightedText, ink);
+        button->setPalette(quiet);
+        const QString which = button->objectName();
+        if (which.endsWith(QStringLiteral("prevmonth")) || which.endsWith(QStringLiteral("nextmonth"))) {
+            button->setIcon(arrow(ink, which.endsWith(QStringLiteral("nextmonth"))));
+        }
+    }
+}
+
+void DayCalendar::paintCell(QPainter* painter, const QRect& rect, QDate date) const {
+    const bool selected = date == selectedDate();
+    const bool otherMonth = date.month() != monthShown();
+    const QRectF disc = QRectF(rect).adjusted(3, 1, -3, -1);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    if (selected) {
+        painter->setBrush(palette().color(QPalette::Active, QPalette::Highlight));
+        painter->drawRoundedRect(disc, 5, 5);
+    } else if (date == QDate::currentDate()) {
+        painter->setPen(QPen(palette().color(QPalette::Mid), 1));
+        painter->drawRoundedRect(disc, 5, 5);
+    }
+    const QPalette::ColorRole ink = selected     ? QPalette::HighlightedText
+                                    : otherMonth ? QPalette::PlaceholderText
+                                                 : QPalette::Text;
+    painter->setPen(palette().color(QPalette::Active, ink));
+    painter->drawText(rect, Qt::AlignCenter, QString::number(date.day()));
+    painter->restore();
+}
+
+}  // namespace kpx

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QCalendarWidget>
+
+namespace kpx {
+
+/// A month to pick a day from, in the colours of the window: weekends quiet, arrows drawn.
+class DayCalendar : public QCalendarWidget {
+    Q_OBJECT
+
+public:
+    explicit DayCalendar(QWidget* parent = nullptr);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void paintCell(QPainter* painter, const QRect& rect, QDate date) const override;
+
+private:
+    void takeColors();
+};
+
+}  // namespace kpx

@@ -1,0 +1,147 @@
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/views/AlertBox.h"
+#include "ui/views/SheetDialog.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// Alerts: order, keys, texts, and where they hang.
+class AlertTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+    }
+    void cleanup() { m_program.reset(); }
+
+    void twoInARowShowOneAfterTheOther() {
+        begin("First");
+        begin("Second");
+        AlertBox* first = waitForAlert();
+        QCOMPARE(first->text(), QStringLiteral("First"));
+        QTest::keyClick(first, Qt::Key_Return);
+        QTRY_VERIFY(waitForAlert() && waitForAlert()->text() == QStringLiteral("Second"));
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_VERIFY(noAlertShows());
+        QCOMPARE(m_answers, std::vector<int>({1000, 1000}));
+    }
+
+    void anAlertAskedForByAnAnswerShowsAfterThoseThatWait() {
+        QStringList shown;
+        ports().alerts.beginSheet(mainWindow, alert("First"), [this](int) { begin("Third"); }, {});
+        begin("Second");
+        for (int count = 0; count < 3; ++count) {
+            AlertBox* box = waitForAlert();
+            QVERIFY(box);
+            shown += box->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        QCOMPARE(shown, QStringList({"First", "Second", "Third"}));
+        QVERIFY(noAlertShows());
+    }
+
+    void escapePressesTheButtonThatHasTheKey() {
+        Alert question = alert("Sure?");
+        question.buttons = {{"OK", "", AlertKey::Return}, {"Cancel", "", AlertKey::Escape}};
+        begin(question);
+        QTest::keyClick(waitForAlert(), Qt::Key_Escape);
+        QTRY_COMPARE(m_answers, std::vector<int>({1001}));
+    }
+
+    void escapeNeverConfirmsADeletion() {
+        Alert question = alert("Delete?");
+        question.style = AlertStyle::Critical;
+        question.buttons = {{"No", "", AlertKey::None}, {"Yes", "", AlertKey::None}};
+        begin(question);
+        AlertBox* box = waitForAlert();
+        QCOMPARE(box->defaultButton()->text(), QStringLiteral("No"));
+        QTest::keyClick(box, Qt::Key_Escape);
+        QTRY_COMPARE(m_answers, std::vector<int>({1000}));
+        begin(question);
+        waitForAlert()->close();
+        QTRY_COMPARE(m_answers, std::vector<int>({1000, 1000}));
+    }
+
+    void helpIsAskedForWithoutAnAnswer() {
+        Alert question = alert("Delete?");
+        question.showsHelp = true;
+        int helped = 0;
+        ports().alerts.beginSheet(
+            mainWindow, question, [this](int code) { m_answers.push_back(code); }, [&helped] { ++helped; });
+        AlertBox* box = waitForAlert();
+        QTest::mouseClick(box->buttons().constLast(), Qt::LeftButton);
+        QCOMPARE(helped, 1);
+        QVERIFY(box->isVisible());
+        QVERIFY(m_answers.empty());
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE(m_answers, std::vector<int>({1000}));
+    }
+
+    void textsArePlainAndParagraphsStandApart() {
+        Alert plain = alert("<b>Ann</b> & Bob");
+        plain.informativeText = "One <i>drug</i>\r\rTwo";
+        begin(plain);
+        AlertBox* box = waitForAlert();
+        auto* message = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        auto* body = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        QVERIFY(message && body);
+        QCOMPARE(message->textFormat(), Qt::PlainText);
+        QVERIFY(message->font().bold());
+        QCOMPARE(body->textFormat(), Qt::PlainText);
+        QCOMPARE(body->text(), QStringLiteral("One <i>drug</i>\n\nTwo"));
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+
+    void anAlertOfASheetHangsFromIt() {
+        m_program->delegate().outlets.theDrugSheet.setOpen(true);
+        auto* sheet = widgetNamed<SheetDialog>(m_program->window(), "theDrugSheet");
+        QTRY_VERIFY(sheet->isVisible());
+        ports().alerts.beginSheet("theDrugSheet", alert("Name missing"), {}, {});
+        QCOMPARE(waitForAlert()->parentWidget(), sheet);
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_VERIFY(noAlertShows());
+        // One for the main window would lie below the sheet that covers it.
+        begin("Date Input Error");
+        QCOMPARE(waitForAlert()->parentWidget(), sheet);
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_VERIFY(noAlertShows());
+    }
+
+    void aModalAlertAnswersAtOnce() {
+        Alert question = alert("A new version is available.");
+        question.buttons = {{"Go to web site", "", AlertKey::None}, {"Cancel", "", AlertKey::None}};
+        QTimer::singleShot(200, this, [] { QTest::mouseClick(waitForAlert()->buttons().at(1), Qt::LeftButton); });
+        const int code = ports().alerts.runModal(question);
+        QCOMPARE(code, 1001);
+    }
+
+private:
+    static Alert alert(const char* message) {
+        Alert made;
+        made.messageText = message;
+        made.buttons = {{"OK", "", AlertKey::None}};
+        return made;
+    }
+    void begin(const Alert& made) {
+        ports().alerts.beginSheet(mainWindow, made, [this](int code) { m_answers.push_back(code); }, {});
+    }
+    void begin(const char* message) { begin(alert(message)); }
+    QtPorts& ports() { return m_program->ports(); }
+
+    std::unique_ptr<Application> m_program;
+    std::vector<int> m_answers;
+};
+
+QTEST_MAIN(AlertTest)
+#include "AlertTest.moc"

@@ -1,0 +1,58 @@
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/style/Colors.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QTest>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// The desktop's colour scheme, followed while the program runs.
+class AppearanceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        m_portal.start(QCoreApplication::applicationDirPath() + QStringLiteral("/settings_portal"), QStringList());
+        QVERIFY(m_portal.waitForStarted());
+        setScheme("dark");
+    }
+    void cleanupTestCase() {
+        m_portal.closeWriteChannel();
+        QVERIFY(m_portal.waitForFinished());
+    }
+
+    void startsDarkAndTurnsLightAndBack() {
+        writeSmallHousehold();
+        Application program;
+        QVERIFY(isDarkPalette(program.window().palette()));
+        QVERIFY(startUp(program));
+        QCOMPARE(icon(program), std::string("calIcon_dark.png"));
+        setScheme("light");
+        QTRY_COMPARE(icon(program), std::string("calIcon.png"));
+        QVERIFY(!isDarkPalette(program.window().palette()));
+        setScheme("dark");
+        QTRY_COMPARE(icon(program), std::string("calIcon_dark.png"));
+        QVERIFY(isDarkPalette(program.window().palette()));
+    }
+
+private:
+    void setScheme(const QByteArray& scheme) {
+        m_portal.write(scheme + '\n');
+        QVERIFY(m_portal.waitForReadyRead());
+        QCOMPARE(m_portal.readLine().trimmed(), scheme);
+    }
+    static const std::string& icon(Application& program) {
+        return program.delegate().outlets.toDateFilterCalIcon.image();
+    }
+
+    QProcess m_portal;
+};
+
+QTEST_MAIN(AppearanceTest)
+#include "AppearanceTest.moc"

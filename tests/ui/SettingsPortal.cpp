@@ -1,0 +1,58 @@
+// The settings portal of a desktop, for tests: offers the colour scheme on the session bus. Each line on
+// standard input, "dark" or "light", changes it; each is answered with a line once it holds.
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QFile>
+#include <QSocketNotifier>
+#include <QTextStream>
+
+class SettingsPortal : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    void set(bool dark) {
+        m_dark = dark;
+        Q_EMIT SettingChanged(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("color-scheme"), value());
+    }
+
+public Q_SLOTS:
+    QDBusVariant ReadOne(const QString&, const QString&) { return value(); }
+
+Q_SIGNALS:
+    void SettingChanged(const QString& settingNamespace, const QString& key, const QDBusVariant& value);
+
+private:
+    QDBusVariant value() const { return QDBusVariant(QVariant(m_dark ? 1U : 2U)); }
+
+    bool m_dark = false;
+};
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    SettingsPortal portal;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &portal,
+                            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) ||
+        !bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"))) {
+        return 1;
+    }
+    QTextStream input(stdin);
+    QTextStream output(stdout);
+    QSocketNotifier notifier(0, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &application, [&] {
+        const QString line = input.readLine();
+        if (line.isNull()) {
+            QCoreApplication::quit();
+            return;
+        }
+        portal.set(line == QStringLiteral("dark"));
+        output << line << Qt::endl;
+    });
+    return QCoreApplication::exec();
+}
+
+#include "SettingsPortal.moc"

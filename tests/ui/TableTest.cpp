@@ -1,0 +1,150 @@
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/style/Colors.h"
+#include "ui/views/RecordTableView.h"
+
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// Tables: rows, order, selection, and cells that warn.
+class TableTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        writeSmallHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+    }
+    void cleanup() { m_program.reset(); }
+
+    void theHistoryIsShownNewestFirst() {
+        QCOMPARE(history()->model()->rowCount(), 11);
+        QCOMPARE(shown(0, 0), QStringLiteral("Zoë Holloway"));
+        QCOMPARE(shown(0, 9), QStringLiteral(".80"));
+        QCOMPARE(shown(1, 9), QStringLiteral("1,248.50"));
+    }
+
+    void aClickOnTheHeaderSortsAndTheNextOneTurnsTheOrder() {
+        QHeaderView* header = history()->horizontalHeader();
+        const QPoint patient(header->sectionViewportPosition(0) + 20, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, patient);
+        QCOMPARE(shown(0, 0), QStringLiteral("Ann Holloway"));
+        QCOMPARE(header->sortIndicatorSection(), 0);
+        QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, patient);
+        QCOMPARE(shown(0, 0), QStringLiteral("Zoë Holloway"));
+        QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+        QCOMPARE(table().sortDescriptors().size(), std::size_t{1});
+    }
+
+    void clicksSelectAndDoubleClicksLoad() {
+        clickRow(*history(), 1);
+        QCOMPARE(table().selectedRow(), 1);
+        QVERIFY(history()->selectionModel()->isRowSelected(1));
+        QVERIFY(!button("changeBtnTab1")->isEnabled());
+        clickRow(*history(), 2, true);
+        QVERIFY(button("changeBtnTab1")->isEnabled());
+        QVERIFY(button("deleteBtnTab1")->isEnabled());
+        clickRow(*history(), -1);
+        QCOMPARE(table().selectedRow(), -1);
+        QVERIFY(!history()->selectionModel()->hasSelection());
+    }
+
+    void rowsAreReachedByKeys() {
+        clickRow(*history(), 0);
+        QTest::keyClick(history(), Qt::Key_Down);
+        QCOMPARE(table().selectedRow(), 1);
+        QTest::keyClick(history(), Qt::Key_Return);
+        QVERIFY(button("changeBtnTab1")->isEnabled());
+    }
+
+    void aRightClickLeavesTheSelectionAlone() {
+        clickRow(*history(), 1);
+        const QModelIndex other = history()->model()->index(3, 0);
+        QTest::mouseClick(history()->viewport(), Qt::RightButton, Qt::NoModifier,
+                          history()->visualRect(other).center());
+        QCOMPARE(table().selectedRow(), 1);
+    }
+
+    void redCellsSayWhyInWords() {
+        m_program->delegate().outlets.theTabView.selectTab(1);
+        QTest::mouseClick(button("showBtnTab2"), Qt::LeftButton);
+        auto* schedule = widgetNamed<RecordTableView>(m_program->window(), "tableViewTab2");
+        const QAbstractItemModel& model = *schedule->model();
+        int red = 0;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            for (int column = 0; column < model.columnCount(); ++column) {
+                const QModelIndex index = model.index(row, column);
+                const bool isRed = index.data(Qt::ForegroundRole).isValid();
+                const QString spoken = index.data(Qt::AccessibleTextRole).toString();
+                const bool warns = spoken.endsWith(QStringLiteral("Due")) || spoken.endsWith(QStringLiteral("Expired"));
+                QCOMPARE(isRed, warns);
+                QCOMPARE(index.data(Qt::ToolTipRole).toString() != index.data().toString(), isRed);
+                red += isRed ? 1 : 0;
+            }
+        }
+        QVERIFY(red >= 2);
+    }
+
+    void theWarningRedIsReadable_data() {
+        QTest::addColumn<QPalette>("palette");
+        QTest::newRow("light") << lightPalette();
+        QTest::newRow("dark") << darkPalette();
+    }
+    void theWarningRedIsReadable() {
+        QFETCH(QPalette, palette);
+        for (const auto role : {QPalette::Base, QPalette::AlternateBase}) {
+            QVERIFY(contrast(warningRed(palette), palette.color(role)) > 4.5);
+            QVERIFY(contrast(palette.color(QPalette::Text), palette.color(role)) > 7);
+        }
+        QVERIFY(contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)) > 4.5);
+        QVERIFY(contrast(palette.color(QPalette::PlaceholderText), palette.color(QPalette::Window)) > 4.5);
+    }
+
+    void manyRowsCostNothingUntilTheyAreSeen() {
+        m_program.reset();
+        writeLargeHousehold(100000);
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        QCOMPARE(history()->model()->rowCount(), 100000);
+        QElapsedTimer timer;
+        timer.start();
+        table().reloadData();
+        history()->scrollToBottom();
+        history()->viewport()->repaint();
+        QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    }
+
+private:
+    static double contrast(const QColor& first, const QColor& second) {
+        const auto luminance = [](const QColor& color) {
+            const auto part = [](double value) {
+                return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+        };
+        const double one = luminance(first);
+        const double other = luminance(second);
+        return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+    }
+
+    TableView& table() { return m_program->delegate().outlets.tableViewTab1; }
+    RecordTableView* history() { return widgetNamed<RecordTableView>(m_program->window(), "tableViewTab1"); }
+    QPushButton* button(const char* name) { return widgetNamed<QPushButton>(m_program->window(), name); }
+    QString shown(int row, int column) { return history()->model()->index(row, column).data().toString(); }
+
+    std::unique_ptr<Application> m_program;
+};
+
+QTEST_MAIN(TableTest)
+#include "TableTest.moc"

@@ -1,0 +1,102 @@
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// What the user types arrives as keystrokes; what the program writes does not.
+class TypingTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        writeSmallHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+    }
+    void cleanup() { m_program.reset(); }
+
+    void typingReachesTheControlAndSwitchesDeleteOff() {
+        outlets().deleteBtnTab1.setEnabled(true);
+        QVERIFY(button("deleteBtnTab1")->isEnabled());
+        type(*field("scriptNoteTab1"), QStringLiteral("Zoë’s note"));
+        QCOMPARE(outlets().scriptNoteTab1.text(), std::string("Zoë’s note"));
+        QVERIFY(outlets().scriptNoteTab1.isBeingEdited());
+        QVERIFY(!button("deleteBtnTab1")->isEnabled());
+    }
+
+    void aTextThatTheProgramWritesIsNoKeystroke() {
+        outlets().deleteBtnTab1.setEnabled(true);
+        outlets().daysSupply.setText("not a number");
+        QCOMPARE(field("daysSupply")->text(), QStringLiteral("not a number"));
+        QVERIFY(!outlets().daysSupply.isBeingEdited());
+        QVERIFY(button("deleteBtnTab1")->isEnabled());
+    }
+
+    void theNumberFieldsDropTheirLastCharacter() {
+        type(*field("daysSupply"), QStringLiteral("12a"));
+        QCOMPARE(field("daysSupply")->text(), QStringLiteral("12"));
+        QCOMPARE(field("daysSupply")->cursorPosition(), 2);
+        type(*field("daysSupply"), QStringLiteral("345"));
+        QCOMPARE(field("daysSupply")->text(), QStringLiteral("123"));
+    }
+
+    void theCostFieldKeepsItsTextAndCursorWhenItRefuses() {
+        QLineEdit* cost = field("totalCostTab1");
+        cost->setFocus();
+        type(*cost, QStringLiteral("1234.5"));
+        cost->setCursorPosition(2);
+        type(*cost, QStringLiteral("x"));
+        QCOMPARE(cost->text(), QStringLiteral("1234.5"));
+        QCOMPARE(cost->cursorPosition(), 2);
+    }
+
+    void leavingTheCostFieldFormatsIt() {
+        QLineEdit* cost = field("totalCostTab1");
+        cost->setFocus();
+        type(*cost, QStringLiteral("1234.5"));
+        QTest::keyClick(cost, Qt::Key_Tab);
+        QCOMPARE(cost->text(), QStringLiteral("1,234.50"));
+    }
+
+    void aButtonPressedByItsShortcutEndsTheEditingFirst() {
+        QLineEdit* cost = field("totalCostTab1");
+        cost->setFocus();
+        type(*cost, QStringLiteral("7"));
+        QTest::keyClick(&m_program->window(), Qt::Key_A, Qt::AltModifier);
+        QTRY_COMPARE(outlets().totalCostTab1.text(), std::string("7.00"));
+    }
+
+    void aDateKeepsItsTimeOfDayWhenTheDayIsTyped() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        const Date before = outlets().dispenseDateTab1.date();
+        date->setFocus();
+        date->setSelectedSection(QDateTimeEdit::DaySection);
+        QTest::keyClick(date, Qt::Key_Up);
+        const double seconds = outlets().dispenseDateTab1.date().secondsSince(before);
+        // One day on, but for a clock change; to the millisecond in which dates are shown.
+        QVERIFY2(std::abs(std::abs(seconds) - 86400) < 3600.01 || std::abs(seconds) > 27 * 86400.0,
+                 qPrintable(QString::number(seconds)));
+        const double ofDay = std::fmod(std::abs(seconds), 3600.0);
+        QVERIFY(ofDay < 0.002 || ofDay > 3599.998);
+    }
+
+private:
+    Outlets& outlets() { return m_program->delegate().outlets; }
+    QLineEdit* field(const char* name) { return widgetNamed<QLineEdit>(m_program->window(), name); }
+    QPushButton* button(const char* name) { return widgetNamed<QPushButton>(m_program->window(), name); }
+
+    std::unique_ptr<Application> m_program;
+};
+
+QTEST_MAIN(TypingTest)
+#include "TypingTest.moc"

@@ -1,0 +1,67 @@
+#include "tests/ui/Waiting.h"
+
+#include "ui/Application.h"
+#include "ui/views/AlertBox.h"
+#include "ui/views/RecordTableView.h"
+
+#include <QApplication>
+#include <QTest>
+
+namespace kpx::test {
+
+namespace {
+
+AlertBox* visibleAlert() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* alert = qobject_cast<AlertBox*>(widget);
+        if (alert && alert->isVisible()) {
+            return alert;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+bool startUp(Application& program) {
+    program.show();
+    return QTest::qWaitForWindowActive(&program.window()) &&
+           QTest::qWaitFor([&program] { return program.hasStarted(); });
+}
+
+AlertBox* waitForAlert() {
+    return QTest::qWaitFor([] { return visibleAlert() && QTest::qWaitForWindowExposed(visibleAlert()); })
+               ? visibleAlert()
+               : nullptr;
+}
+
+bool noAlertShows() {
+    QCoreApplication::processEvents();
+    return visibleAlert() == nullptr;
+}
+
+void type(QWidget& widget, const QString& text) {
+    for (const QChar& character : text) {
+        if (character.unicode() < 128) {
+            QTest::keyClick(&widget, character.toLatin1());
+        } else {
+            QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
+        }
+    }
+}
+
+void clickRow(QWidget& table, int row, bool twice) {
+    auto& view = dynamic_cast<RecordTableView&>(table);
+    QPoint position(20, view.viewport()->height() - 4);
+    if (row >= 0) {
+        const QModelIndex index = view.model()->index(row, 0);
+        view.scrollTo(index);
+        position = view.visualRect(index).center();
+    }
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, position);
+    if (twice) {
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, position);
+    }
+}
+
+}  // namespace kpx::test

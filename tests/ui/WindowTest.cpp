@@ -1,0 +1,151 @@
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/views/AlertBox.h"
+#include "ui/views/DWKButtonHover.h"
+#include "ui/views/PopoverFrame.h"
+#include "ui/views/SheetDialog.h"
+
+#include <QCalendarWidget>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// Start, tabs, sheets, popovers and the end, in the real window.
+class WindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_program.reset(); }
+
+    void withoutAHistoryTheOtherTabsAreGated() {
+        removeHousehold();
+        start();
+        QVERIFY(noAlertShows());
+        for (int index = 1; index <= 3; ++index) {
+            clickTab(index);
+            AlertBox* box = waitForAlert();
+            QVERIFY(box);
+            QCOMPARE(box->text(), QStringLiteral("Warning: No Prescription History Data Found"));
+            QTest::keyClick(box, Qt::Key_Return);
+            QTRY_VERIFY(noAlertShows());
+        }
+        for (const char* name : {"showBtnTab2", "showBtnTab3", "printBtnTab4"}) {
+            QVERIFY2(!find<QPushButton>(name)->isEnabled(), name);
+        }
+    }
+
+    void withAHistoryTheTabsAreOpenAndCounted() {
+        writeSmallHousehold();
+        start();
+        QCOMPARE(find<QLabel>("contentCount")->text(), QStringLiteral("Display Count: 11"));
+        clickTab(1);
+        QVERIFY(noAlertShows());
+        QVERIFY(find<QPushButton>("showBtnTab2")->isEnabled());
+    }
+
+    void startsWithTenThousandFills() {
+        writeLargeHousehold(10000);
+        QElapsedTimer timer;
+        timer.start();
+        start();
+        QCOMPARE(find<QLabel>("contentCount")->text(), QStringLiteral("Display Count: 10000"));
+        QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void returnLeavesASheetOpenAndEscapeClosesIt() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
+        auto* sheet = find<SheetDialog>("theFilterSheetTab1");
+        QTRY_VERIFY(sheet->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QTest::keyClick(sheet, Qt::Key_Return);
+        QVERIFY(sheet->isVisible());
+        QTest::keyClick(sheet, Qt::Key_Escape);
+        QTRY_VERIFY(!sheet->isVisible());
+        QVERIFY(!m_program->delegate().outlets.theFilterSheetTab1.isOpen());
+    }
+
+    void theCalendarSetsTheDayAndKeepsTheTime() {
+        writeSmallHousehold();
+        start();
+        DateField& field = m_program->delegate().outlets.expirationDateTab1;
+        const Date before = field.date();
+        QTest::mouseClick(find<DWKButtonHover>("popOverTriggerTab1ExpirationDate"), Qt::LeftButton);
+        auto* popover = find<PopoverFrame>("thePopOver");
+        QTRY_VERIFY(popover->isVisible());
+        auto* calendar = find<QCalendarWidget>("theDatePicker");
+        calendar->setFocus();
+        auto* days = calendar->findChild<QWidget*>(QStringLiteral("qt_calendar_calendarview"));
+        QTest::keyClick(days, Qt::Key_Right);
+        QTRY_VERIFY(field.date() != before);
+        const double hours = field.date().secondsSince(before) / 3600;
+        QVERIFY2(std::abs(hours - 24) < 1.01, qPrintable(QString::number(hours)));
+        QTest::keyClick(days, Qt::Key_Escape);
+        QTRY_VERIFY(!popover->isVisible());
+        QVERIFY(!m_program->delegate().outlets.thePopOver.isOpen());
+    }
+
+    void theCalendarOpensAboveASheet() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
+        auto* sheet = find<SheetDialog>("theFilterSheetTab1");
+        QTRY_VERIFY(sheet->isVisible());
+        QTest::mouseClick(find<DWKButtonHover>("toDateFilterCalIcon"), Qt::LeftButton);
+        auto* popover = find<PopoverFrame>("thePopOver");
+        QTRY_VERIFY(popover->isVisible());
+        QCOMPARE(popover->parentWidget(), sheet);
+    }
+
+    void theTabIsThereAgainAtTheNextStart() {
+        writeSmallHousehold();
+        start();
+        clickTab(2);
+        m_program->window().close();
+        m_program.reset();
+        start();
+        QCOMPARE(find<QTabWidget>("theTabView")->currentIndex(), 2);
+        clickTab(0);
+        m_program->window().close();
+    }
+
+    void theWindowKeepsItsFieldsAtItsSmallestSize() {
+        writeSmallHousehold();
+        start();
+        m_program->window().resize(m_program->window().minimumSize());
+        QTRY_COMPARE(m_program->window().size(), QSize(1000, 700));
+        QVERIFY(find<QWidget>("tableViewTab1")->height() > 150);
+        QVERIFY(find<QWidget>("patientPopTab1")->width() > 120);
+    }
+
+private:
+    void start() {
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+    }
+    void clickTab(int index) {
+        QTabBar* bar = find<QTabWidget>("theTabView")->tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
+    }
+    template <class Widget>
+    Widget* find(const char* name) {
+        return widgetNamed<Widget>(m_program->window(), name);
+    }
+
+    std::unique_ptr<Application> m_program;
+};
+
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"
