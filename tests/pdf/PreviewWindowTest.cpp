@@ -10,12 +10,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <algorithm>
 #include <set>
@@ -138,6 +141,24 @@ TEST_F(PreviewWindowTest, SavesAPdf) {
     EXPECT_TRUE(std::ranges::any_of(pages[0].words,
                                     [](const FoundWord& word) { return word.text == QLatin1String("Lisinopril"); }));
     EXPECT_FALSE(window.savePdf(folder.filePath(QStringLiteral("nowhere/list.pdf"))));
+}
+
+TEST_F(PreviewWindowTest, AsksWhereToAndSavesThere) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QTemporaryDir folder;
+    PreviewWindow& window = open(6, 2);
+    QString proposed;
+    QTimer::singleShot(0, &window, [&] {
+        auto* dialog = window.findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        proposed = name->text();
+        name->setText(folder.filePath(QStringLiteral("mine")));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    window.findChild<QAction*>(QStringLiteral("savePdfCommand"))->trigger();
+    EXPECT_EQ(proposed, QStringLiteral("Drug List.pdf"));
+    EXPECT_TRUE(QFile::exists(folder.filePath(QStringLiteral("mine.pdf"))));
 }
 
 TEST_F(PreviewWindowTest, PrintsThePagesAskedFor) {
