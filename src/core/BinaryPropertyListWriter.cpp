@@ -80,7 +80,7 @@ private:
     }
 
     void append(std::string_view bytes) {
-        std::memcpy(m_bytes.data() + m_size, bytes.data(), bytes.size());
+        bytes.copy(m_bytes.data() + m_size, bytes.size());
         m_size += bytes.size();
     }
 
