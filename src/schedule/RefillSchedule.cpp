@@ -50,14 +50,14 @@ void overDueOnly(Records& records, const Environment& environment) {
             return true;
         }
         const auto nextFill = nextFillDate(record, environment);
-        return !nextFill || *nextFill > environment.now;
+        return nextFill && *nextFill > environment.now;
     });
 }
 
 void expiredOnly(Records& records, const Environment& environment) {
     std::erase_if(records, [&](const Record& record) {
         const auto expiration = storedDate(record, MHExpireDateKey, environment);
-        return !expiration || *expiration > environment.now;
+        return expiration && *expiration > environment.now;
     });
 }
 

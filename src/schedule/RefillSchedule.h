@@ -16,10 +16,11 @@ enum class ScheduleMode { LatestFill = 1, WholeHistory = 2, Overdue = 3, Expired
 void removeDictsWithEarlierDispenseDate(Records& records, const Environment& environment);
 
 /// Keeps what is due and not expired. Due begins at the exact instant of the next fill date; an
-/// expiration date of today counts as expired already.
+/// expiration date of today counts as expired already. A date that a hand-edited record lacks removes
+/// nothing, so that the record is seen rather than overlooked.
 void overDueOnly(Records& records, const Environment& environment);
 
-/// Keeps what is expired, by the exact instant.
+/// Keeps what is expired, by the exact instant; also what has no expiration date.
 void expiredOnly(Records& records, const Environment& environment);
 
 /// Applies the steps of a view to the narrowed history.

@@ -61,6 +61,10 @@ TEST(RefillSchedule, DueAndExpiredGoByTheExactInstant) {
         {"spring: due at 01:00", fill("A", "D", "20240301", 30), at(2024, 3, 31, 1, 0), true, false},
         {"days supply that is no number", fill("A", "D", "20240601", "many"), at(2024, 6, 1), true, false},
         {"days supply as a text", fill("A", "D", "20240601", "30 days"), at(2024, 6, 30), false, false},
+        {"no expiration date", Record{{MHDispenseDateKey, "20240601"}}, at(2024, 6, 1), true, true},
+        {"no expiration date, not yet due", Record{{MHDispenseDateKey, "20240602"}}, at(2024, 6, 1), false, true},
+        {"no dispense date", Record{{MHExpireDateKey, "20241231"}}, at(2024, 6, 1), true, false},
+        {"no dispense date, expired", Record{{MHExpireDateKey, "20240531"}}, at(2024, 6, 1), false, true},
     };
     for (const DueRow& row : rows) {
         SCOPED_TRACE(row.what);
