@@ -8,6 +8,7 @@
 #include <array>
 #include <bit>
 #include <limits>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 
@@ -59,6 +60,10 @@ private:
         std::uint64_t places = 1;
     };
 
+    static std::uint64_t hashOfAddress(const void* address) {
+        return hashOfNumber(reinterpret_cast<std::uintptr_t>(address));
+    }
+
     bool isFull() const { return m_result.objects.size() >= maximumCount; }
     std::uint32_t nextNumber() const { return static_cast<std::uint32_t>(m_result.objects.size()); }
 
@@ -86,15 +91,34 @@ private:
         return isAdded;
     }
 
-    /// Asks for the memory that adding the record's texts will look at. They lie anywhere, and waiting
-    /// for one after the other would be most of the time writing takes.
-    void fetchAhead(const Record& record) {
-        for (const Record::Field& field : record) {
+    // Records, texts and table places lie anywhere in memory. Waiting for one after the other would be
+    // most of the time that writing a long list takes, so what the next records need is asked for while
+    // one is added.
+
+    static const void* identityOf(const Record& record) { return record.empty() ? nullptr : &*record.begin(); }
+
+    void fetchFields(const Record& record) const {
+        if (const void* identity = identityOf(record)) {
+            __builtin_prefetch(identity);
+            m_containers.fetchAhead(hashOfAddress(identity));
+        }
+    }
+
+    static std::span<const Record::Field> firstFields(const Record& record) {
+        constexpr std::size_t enough = 32;
+        return {record.begin(), std::min(record.size(), enough)};
+    }
+
+    static void fetchTexts(const Record& record) {
+        for (const Record::Field& field : firstFields(record)) {
             if (const Text* text = field.second.as<Text>()) {
                 __builtin_prefetch(&text->string());
             }
         }
-        for (const Record::Field& field : record) {
+    }
+
+    void fetchPlaces(const Record& record) {
+        for (const Record::Field& field : firstFields(record)) {
             const Text* text = field.second.as<Text>();
             if (!text || m_recent.at(&text->string()).address == &text->string() || text->view().size() > fewBytes) {
                 continue;
@@ -102,6 +126,35 @@ private:
             const std::uint64_t hash = hashOfBytes(text->view());
             m_recent.at(&text->string()) = {&text->string(), HashedNumbers::none, hash};
             m_bytes.fetchAhead(hash);
+        }
+    }
+
+    void fetchObjects(const Record& record) {
+        for (const Record::Field& field : firstFields(record)) {
+            const Text* text = field.second.as<Text>();
+            const RecentTexts::Entry* recent = text ? &m_recent.at(&text->string()) : nullptr;
+            if (recent && recent->address == &text->string() && recent->number == HashedNumbers::none) {
+                const std::uint32_t number = m_bytes.guess(recent->hash);
+                __builtin_prefetch(m_result.objects.data() + std::min(number, nextNumber()));
+            }
+        }
+    }
+
+    void fetchAhead(const std::vector<Value>& values, std::size_t index) {
+        const auto recordAt = [&](std::size_t distance) {
+            return index + distance < values.size() ? values[index + distance].as<Record>() : nullptr;
+        };
+        if (const Record* record = recordAt(4)) {
+            fetchFields(*record);
+        }
+        if (const Record* record = recordAt(3)) {
+            fetchTexts(*record);
+        }
+        if (const Record* record = recordAt(2)) {
+            fetchPlaces(*record);
+        }
+        if (const Record* record = recordAt(1)) {
+            fetchObjects(*record);
         }
     }
 
@@ -203,7 +256,11 @@ private:
         const std::vector<Value>& values = array.values();
         return addContainer(values.data(), values.size(), values.size(), Kind::array, depth, shape, [&](Shape& own) {
             const std::uint64_t first = m_result.objects[own.object].content;
+            if (own.object == 0) {
+                reserveReferences(values);
+            }
             for (std::size_t index = 0; index < values.size(); ++index) {
+                fetchAhead(values, index);
                 if (!addElement(values[index], first + index, depth, own)) {
                     return false;
                 }
@@ -212,11 +269,19 @@ private:
         });
     }
 
+    /// A long list, which is the whole file, mostly holds records of one kind.
+    void reserveReferences(const std::vector<Value>& values) {
+        constexpr std::size_t longList = 1000;
+        constexpr std::size_t enough = std::size_t{1} << 24;
+        const Record* record = values.size() >= longList ? values.front().as<Record>() : nullptr;
+        if (record && record->size() < enough / values.size()) {
+            m_result.references.reserve(m_result.references.size() + values.size() * (2 * record->size() + 4));
+        }
+    }
+
     bool addContent(const Record& record, std::uint32_t depth, Shape& shape) {
         const std::size_t size = record.size();
-        const void* identity = record.empty() ? nullptr : &*record.begin();
-        return addContainer(identity, size, 2 * size, Kind::dictionary, depth, shape, [&](Shape& own) {
-            fetchAhead(record);
+        return addContainer(identityOf(record), size, 2 * size, Kind::dictionary, depth, shape, [&](Shape& own) {
             std::uint64_t place = m_result.objects[own.object].content;
             for (const Record::Field& field : record) {
                 Shape key;
@@ -238,7 +303,7 @@ private:
     template <typename AddElements>
     bool addContainer(const void* identity, std::size_t size, std::size_t references, Kind kind, std::uint32_t depth,
                       Shape& shape, const AddElements& addElements) {
-        const std::uint64_t hash = hashOfNumber(reinterpret_cast<std::uintptr_t>(identity));
+        const std::uint64_t hash = hashOfAddress(identity);
         const std::uint32_t known = m_containers.find(
             hash, [&](std::uint32_t index) { return m_shapes[index].identity == identity && identity; });
         if (known != HashedNumbers::none) {

@@ -4,6 +4,7 @@
 #include "core/PropertyListUnicode.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -284,12 +285,21 @@ private:
         m_shapes.push_back(shape);
     }
 
-    /// Asks for the memory of the objects that a record's values refer to. They lie anywhere, and waiting
-    /// for one after the other would be half of the time reading takes.
+    /// Asks for the memory of the objects that a record's values refer to, and of the texts they share.
+    /// They lie anywhere, and waiting for one after the other would be half of the time reading takes.
     void fetchAhead(std::size_t position, std::size_t length) const {
-        for (std::size_t index = 0; index < std::min<std::size_t>(length, 32); ++index) {
+        constexpr std::size_t enough = 32;
+        std::array<const Object*, enough> objects;
+        length = std::min(length, enough);
+        for (std::size_t index = 0; index < length; ++index) {
             const std::uint64_t object = numberAt(position + index * m_referenceSize, m_referenceSize);
-            __builtin_prefetch(m_objects.data() + std::min<std::uint64_t>(object, m_objects.size() - 1));
+            objects[index] = &m_objects[std::min<std::uint64_t>(object, m_objects.size() - 1)];
+            __builtin_prefetch(objects[index]);
+        }
+        for (std::size_t index = 0; index < length; ++index) {
+            if (const Text* text = objects[index]->value.as<Text>()) {
+                __builtin_prefetch(&text->string());
+            }
         }
     }
 

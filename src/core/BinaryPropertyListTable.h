@@ -37,11 +37,16 @@ public:
         }
     }
 
-    /// Asks for the memory that find() will look at.
+    /// Asks for the memory that find() will look at first.
     void fetchAhead(std::uint64_t hash) const {
         if (!m_slots.empty()) {
             __builtin_prefetch(m_slots.data() + (hash & mask()));
         }
+    }
+
+    /// What find() will most likely ask `isSame` about; any number or `none`.
+    std::uint32_t guess(std::uint64_t hash) const {
+        return m_slots.empty() ? none : static_cast<std::uint32_t>(m_slots[hash & mask()] >> 32);
     }
 
     /// REQUIRES: `number` is not `none`.

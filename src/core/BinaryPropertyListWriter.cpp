@@ -26,14 +26,12 @@ public:
     explicit Writer(const BinaryObjects& list) : m_list(list), m_referenceSize(fewestBytes(list.objects.size() - 1)) {}
 
     std::string write() {
-        m_offsets.reserve(m_list.objects.size());
         std::size_t table = binaryPropertyListHeader.size();
         for (const BinaryObject& object : m_list.objects) {
-            m_offsets.push_back(table);
             table += sizeOf(object);
         }
         const unsigned offsetSize = fewestBytes(table);
-        const std::size_t size = table + m_offsets.size() * offsetSize + trailerSize;
+        const std::size_t size = table + m_list.objects.size() * offsetSize + trailerSize;
         m_bytes.resize(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
         append(binaryPropertyListHeader);
         for (const BinaryObject& object : m_list.objects) {
@@ -166,8 +164,10 @@ private:
     }
 
     void appendOffsetsAndTrailer(std::uint64_t table, unsigned offsetSize) {
-        for (const std::uint64_t offset : m_offsets) {
+        std::size_t offset = binaryPropertyListHeader.size();
+        for (const BinaryObject& object : m_list.objects) {
             appendNumber(offset, offsetSize);
+            offset += sizeOf(object);
         }
         constexpr unsigned unused = 6;
         appendNumber(0, unused);
@@ -182,7 +182,6 @@ private:
     unsigned m_referenceSize;
     std::string m_bytes;
     std::size_t m_size = 0;  // of m_bytes, what is written
-    std::vector<std::uint64_t> m_offsets;
 };
 
 }  // namespace
