@@ -1,59 +1,113 @@
 #include "receipts/Bookmark.h"
 
 #include "core/PropertyList.h"
+#include "receipts/DataFolderRule.h"
+#include "receipts/FileIdentity.h"
 
-#include <sys/stat.h>
+#include <algorithm>
+#include <climits>
+#include <string>
 #include <string_view>
 
 namespace kpx {
 
 namespace {
 
-// A bookmark is this mark followed by a binary property list of the fields below.
+// A bookmark is this mark followed by a binary property list of the fields below. The path is data, not
+// a text: a file's name may be any bytes.
 constexpr std::string_view mark = "KPXBookmark1";
 constexpr char pathField[] = "path";
-constexpr char deviceField[] = "device";
 constexpr char inodeField[] = "inode";
 constexpr char sizeField[] = "size";
+constexpr char fingerprintField[] = "fingerprint";
 
-struct Identity {
-    std::int64_t device = 0;
-    std::int64_t inode = 0;
-    std::int64_t size = 0;
-    bool operator==(const Identity&) const = default;
+/// The longest path and some room for the rest; longer data is not looked at.
+constexpr std::size_t longestBookmark = PATH_MAX + 1024;
+
+struct Reference {
+    std::filesystem::path path;
+    FileIdentity identity;
+    std::optional<std::int64_t> fingerprint;
 };
 
-std::optional<Identity> identityOf(const std::filesystem::path& file) {
-    struct stat status = {};
-    if (stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    return Identity{static_cast<std::int64_t>(status.st_dev), static_cast<std::int64_t>(status.st_ino),
-                    static_cast<std::int64_t>(status.st_size)};
+std::optional<std::int64_t> wholeNumber(const Record& fields, const char* name) {
+    const Value* value = fields.find(name);
+    const auto* number = value ? value->as<std::int64_t>() : nullptr;
+    return number ? std::optional(*number) : std::nullopt;
 }
 
-std::optional<Record> fieldsOf(const Data& bookmark) {
+bool climbs(const std::filesystem::path& path) { return std::ranges::find(path, "..") != path.end(); }
+
+bool isAllowed(const std::filesystem::path& path, const std::filesystem::path& dataFolder) {
+    const std::string& text = path.native();
+    if (text.empty() || text.size() >= PATH_MAX || text.find('\0') != std::string::npos) {
+        return false;
+    }
+    return path.is_absolute() ? liesInDataFolder(path, dataFolder.filename().native()) : !climbs(path);
+}
+
+std::optional<Reference> referenceOf(const Data& bookmark, const std::filesystem::path& dataFolder) {
     const std::string_view bytes(reinterpret_cast<const char*>(bookmark.bytes().data()), bookmark.bytes().size());
-    if (!bytes.starts_with(mark)) {
+    if (!bytes.starts_with(mark) || bytes.size() > longestBookmark) {
         return std::nullopt;
     }
     const auto root = readPropertyList(bytes.substr(mark.size()));
     const Record* fields = root ? root->as<Record>() : nullptr;
-    return fields ? std::optional(*fields) : std::nullopt;
+    const Value* path = fields ? fields->find(pathField) : nullptr;
+    const Data* pathBytes = path ? path->as<Data>() : nullptr;
+    if (!pathBytes) {
+        return std::nullopt;
+    }
+    const auto inode = wholeNumber(*fields, inodeField);
+    const auto size = wholeNumber(*fields, sizeField);
+    Reference reference{.path = std::string(pathBytes->bytes().begin(), pathBytes->bytes().end()),
+                        .identity = {inode.value_or(0), size.value_or(0)},
+                        .fingerprint = wholeNumber(*fields, fingerprintField)};
+    if (!inode || !size || !isAllowed(reference.path, dataFolder)) {
+        return std::nullopt;
+    }
+    return reference;
 }
 
-/// The first file below the folder that the test accepts.
-template <typename Test>
-std::optional<std::filesystem::path> findBelow(const std::filesystem::path& folder, Test test) {
+/// The path as it is kept: below the data folder where the file can be named so.
+std::filesystem::path keptPath(const std::filesystem::path& file, const std::filesystem::path& dataFolder) {
+    const auto relative = file.lexically_relative(dataFolder);
+    if (!relative.empty() && !climbs(relative)) {
+        return relative;
+    }
+    // Perhaps the folder was reached another way, as through a symbolic link. The receipt's own name
+    // stays, also when it is a link itself.
+    std::error_code noParent;
+    std::error_code noFolder;
+    const auto parent = std::filesystem::canonical(file.parent_path(), noParent);
+    const auto folder = std::filesystem::canonical(dataFolder, noFolder);
+    if (noParent || noFolder) {
+        return file;
+    }
+    const auto below = parent.lexically_relative(folder);
+    return climbs(below) ? file : (below / file.filename()).lexically_normal();
+}
+
+bool isCopy(const std::filesystem::path& file, const Reference& wanted) {
+    return wanted.fingerprint && fingerprintOf(file) == wanted.fingerprint;
+}
+
+/// The file below the folder, else the first copy of it.
+std::optional<std::filesystem::path> findBelow(const std::filesystem::path& folder, const Reference& wanted) {
+    std::optional<std::filesystem::path> copy;
     std::error_code error;
     const auto options = std::filesystem::directory_options::skip_permission_denied;
     for (std::filesystem::recursive_directory_iterator entry(folder, options, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (test(entry->path())) {
+        const auto found = identityOf(entry->path());
+        if (found == wanted.identity) {
             return entry->path();
         }
+        if (!copy && found && found->size == wanted.identity.size && isCopy(entry->path(), wanted)) {
+            copy = entry->path();
+        }
     }
-    return std::nullopt;
+    return copy;
 }
 
 }  // namespace
@@ -63,12 +117,17 @@ std::optional<Data> createBookmark(const std::filesystem::path& file, const std:
     if (!identity) {
         return std::nullopt;
     }
-    const auto relative = file.lexically_relative(dataFolder);
-    const bool inside = !relative.empty() && *relative.begin() != "..";
-    const Record fields{{pathField, (inside ? relative : file).string()},
-                        {deviceField, identity->device},
-                        {inodeField, identity->inode},
-                        {sizeField, identity->size}};
+    std::error_code error;
+    const std::string path = keptPath(std::filesystem::absolute(file, error), dataFolder).native();
+    if (error) {
+        return std::nullopt;
+    }
+    Record fields{{pathField, Data(Data::Bytes(path.begin(), path.end()))},
+                  {inodeField, identity->inode},
+                  {sizeField, identity->size}};
+    if (const auto fingerprint = fingerprintOf(file)) {
+        fields.set(fingerprintField, *fingerprint);
+    }
     const auto list = writePropertyList(fields);
     if (!list) {
         return std::nullopt;
@@ -79,22 +138,18 @@ std::optional<Data> createBookmark(const std::filesystem::path& file, const std:
 }
 
 std::optional<std::filesystem::path> resolveBookmark(const Data& bookmark, const std::filesystem::path& dataFolder) {
-    const auto fields = fieldsOf(bookmark);
-    if (!fields) {
+    const auto wanted = referenceOf(bookmark, dataFolder);
+    if (!wanted) {
         return std::nullopt;
     }
-    const std::filesystem::path stored = fields->text(pathField).value_or("").string();
-    const std::filesystem::path expected = stored.is_absolute() ? stored : dataFolder / stored;
-    const Identity wanted{fields->integer(deviceField), fields->integer(inodeField), fields->integer(sizeField)};
+    const std::filesystem::path expected = dataFolder / wanted->path;
     const auto found = identityOf(expected);
-    if (found && found->device == wanted.device && found->inode == wanted.inode) {
+    if (found && (found->inode == wanted->identity.inode || isCopy(expected, *wanted))) {
         return expected;
     }
-    // Moved or renamed: the same file elsewhere in the folder. The size guards against a reused number.
-    if (auto moved = findBelow(dataFolder, [&](const auto& file) { return identityOf(file) == wanted; })) {
+    if (auto moved = findBelow(dataFolder, *wanted)) {
         return moved;
     }
-    // Replaced or restored: another file where the receipt was.
     return found ? std::optional(expected) : std::nullopt;
 }
 

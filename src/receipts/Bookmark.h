@@ -8,15 +8,28 @@
 namespace kpx {
 
 /// A durable reference to a receipt file, kept as one opaque value in its record. It remembers the path
-/// (below the data folder where the file lies there), the file's identity on the disk and its size, so
-/// that the file is found again after a rename or move inside the data folder, and after the whole
-/// folder was moved or restored.
+/// (below the data folder where the file lies there), the file's inode and size, and a fingerprint of
+/// its content, so that the file is found again after a rename or move inside the data folder, after the
+/// whole folder was moved or restored, and after both.
 ///
-/// None when the file cannot be looked at.
+/// None when there is no regular file.
 std::optional<Data> createBookmark(const std::filesystem::path& file, const std::filesystem::path& dataFolder);
 
-/// The file a bookmark refers to. None when it is gone, or when the data is not a bookmark of this
-/// program: such data is nobody's to interpret.
+/// The file a bookmark refers to:
+///
+/// | in the folder is …                                        | found                  |
+/// |-----------------------------------------------------------|------------------------|
+/// | the file, or a copy of it, where it was                   | that                   |
+/// | the file under another name or in another subfolder       | that                   |
+/// | a copy under another name                                 | that                   |
+/// | only another file where it was (edited, scanned again)    | that other file        |
+/// | none of these                                             | none                   |
+///
+/// Symbolic links to folders are not searched, but followed where the path leads through one.
+///
+/// None also for data that createBookmark() cannot have made: such data is nobody's to interpret. Data
+/// made up by somebody else opens no file outside the folder, unless that file lies in another folder of
+/// the data folder's name, from where a receipt may be taken too.
 std::optional<std::filesystem::path> resolveBookmark(const Data& bookmark, const std::filesystem::path& dataFolder);
 
 }  // namespace kpx
