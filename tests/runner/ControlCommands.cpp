@@ -2,6 +2,7 @@
 #include "tests/runner/Find.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace kpx::runner {
 
@@ -169,31 +170,33 @@ Target<Control> reachDropTarget(Session& session, const std::string& name) {
 }
 
 /// A file held over the target, and what follows when the target takes it.
-Json hover(Session& session, const Words& words, void (*follow)(KPXAppDelegate&, Control&, const std::string& path)) {
+Json hover(Session& session, const Words& words,
+           void (*follow)(Session&, Control&, const std::filesystem::path& file)) {
     const auto target = reachDropTarget(session, words[0].text);
     if (!target) {
         return refused(target.error);
     }
-    if (!session.application().draggingEntered(*target, words[1].text)) {
+    // A file that is dragged has a place, whatever the current folder.
+    std::error_code ignored;
+    const auto file = std::filesystem::absolute(words[1].text, ignored);
+    if (!session.application().draggingEntered(*target, file)) {
         return refused(words[0].text + " does not take this file");
     }
-    follow(session.application(), *target, words[1].text);
+    follow(session, *target, file);
     return done();
 }
 
 Json drag(Session& session, const Words& words) {
-    return hover(session, words, [](KPXAppDelegate& application, Control& target, const std::string&) {
-        application.draggingExited(target);
+    return hover(session, words, [](Session& running, Control& target, const std::filesystem::path&) {
+        running.application().draggingExited(target);
     });
 }
 
 Json drop(Session& session, const Words& words) {
-    if (const auto target = reachDropTarget(session, words[0].text)) {
-        session.beginAct(target.control);
-    }
-    return hover(session, words, [](KPXAppDelegate& application, Control& target, const std::string& path) {
-        application.performDragOperation(target, path);
-        application.concludeDragOperation(target);
+    return hover(session, words, [](Session& running, Control& target, const std::filesystem::path& file) {
+        running.beginAct(&target);
+        running.application().performDragOperation(target, file);
+        running.application().concludeDragOperation(target);
     });
 }
 

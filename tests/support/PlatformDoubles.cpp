@@ -37,7 +37,8 @@ bool WorkspaceDouble::open(const std::string& target) {
 WorkspaceDouble::FileType WorkspaceDouble::typeOfFile(const std::filesystem::path& file) {
     using namespace std::string_view_literals;
     std::error_code ignored;
-    if (std::filesystem::is_directory(file, ignored)) {
+    if (const auto status = std::filesystem::status(file, ignored);
+        std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
         return FileType::Other;
     }
     std::string extension = file.extension().string();
