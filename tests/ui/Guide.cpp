@@ -64,6 +64,8 @@ void Guide::close() {
 }
 
 void Guide::picture(const QString& name) {
+    // No control is to look pointed at.
+    QTest::mouseMove(&m_program->window(), QPoint(1, 1));
     QTest::qWait(settleMilliseconds);
     QRect area = m_program->window().frameGeometry();
     for (const QWidget* widget : QApplication::topLevelWidgets()) {

@@ -2,6 +2,7 @@
 
 #include "core/DataFiles.h"
 #include "core/Keys.h"
+#include "core/Record.h"
 #include "tests/support/HouseholdGenerator.h"
 
 #include <QDate>

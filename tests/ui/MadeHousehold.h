@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/Record.h"
-
+#include <cstddef>
 #include <filesystem>
 
 namespace kpx::test {

@@ -9,6 +9,13 @@
 #include <QSocketNotifier>
 #include <QTextStream>
 
+namespace {
+
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+
+}  // namespace
+
 class SettingsPortal : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
@@ -16,14 +23,14 @@ class SettingsPortal : public QObject {
 public:
     void set(bool dark) {
         m_dark = dark;
-        Q_EMIT SettingChanged(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("color-scheme"), value());
+        QDBusMessage changed = QDBusMessage::createSignal(path, interface, QStringLiteral("SettingChanged"));
+        changed << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
+                << QVariant::fromValue(value());
+        QDBusConnection::sessionBus().send(changed);
     }
 
 public Q_SLOTS:
     QDBusVariant ReadOne(const QString&, const QString&) { return value(); }
-
-Q_SIGNALS:
-    void SettingChanged(const QString& settingNamespace, const QString& key, const QDBusVariant& value);
 
 private:
     QDBusVariant value() const { return QDBusVariant(QVariant(m_dark ? 1U : 2U)); }
@@ -35,8 +42,7 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     SettingsPortal portal;
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &portal,
-                            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) ||
+    if (!bus.registerObject(path, &portal, QDBusConnection::ExportAllSlots) ||
         !bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"))) {
         return 1;
     }

@@ -1,9 +1,9 @@
 #include "ui/ports/QtClock.h"
 
-#include <QCoreApplication>
 #include <QTimer>
 
 #include <chrono>
+#include <utility>
 
 namespace kpx {
 
@@ -13,8 +13,7 @@ Date QtClock::now() {
 }
 
 void QtClock::callAfter(double seconds, std::function<void()> call) {
-    // The application as context: what is still pending when it ends is dropped.
-    QTimer::singleShot(static_cast<int>(seconds * 1000), qApp, std::move(call));
+    QTimer::singleShot(static_cast<int>(seconds * 1000), &m_pending, std::move(call));
 }
 
 }  // namespace kpx

@@ -213,6 +213,9 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                 return;
             }
             break;
+        case PE_PanelScrollAreaCorner:
+            painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+            return;
         case PE_FrameTabBarBase:
             painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
                               option->palette.color(QPalette::Midlight));

@@ -58,7 +58,7 @@ int usualCharacters(const std::string& column) {
         return 12;
     }
     if (contains(numberColumns, column)) {
-        return 8;
+        return column == "cost" ? 10 : 6;
     }
     if (contains(longColumns, column)) {
         return 30;
