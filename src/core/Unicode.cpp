@@ -1,9 +1,9 @@
 #include "core/Unicode.h"
 
-#include <cstdint>
 #include <unicode/ucnv.h>
 #include <unicode/unistr.h>
 #include <unicode/utf8.h>
+#include <cstdint>
 
 namespace kpx {
 
