@@ -12,6 +12,7 @@ namespace {
 
 const QString noon = QStringLiteral("2026-11-21 12:00:00");
 const QString past = QStringLiteral("2026-11-21");
+const QString tag = QStringLiteral("x-dunst-stack-tag");
 const QStringList plain = {QStringLiteral("body"), QStringLiteral("actions")};
 const QStringList markup = {QStringLiteral("body"), QStringLiteral("actions"), QStringLiteral("body-markup")};
 
@@ -182,6 +183,37 @@ TEST_F(Agent, AClickOnWhatAnEarlierRunShowed) {
     EXPECT_EQ(m_daemon.timesShown(QStringLiteral("text")), 1);
     m_daemon.click(m_daemon.open.begin()->first);
     EXPECT_TRUE(waitUntil([&] { return m_application.clicks.size() == 1 && m_session.reminders().empty(); }));
+}
+
+// Left by a kill between the record and the server's answer: nobody can say whether it is on the screen.
+TEST_F(Agent, APostingThatWasCutOffIsMadeUpForWhereItCannotShowTwice) {
+    struct Row {
+        const char* what;
+        QStringList capabilities;
+        std::size_t shown;
+    };
+    const std::vector<Row> rows = {{"a server that replaces by tag", plain + QStringList(tag), 1},
+                                   {"another", plain, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Session session;
+        NotificationDaemonDouble daemon(session.connect(), row.capabilities);
+        daemon.appear();
+        session.startAgent(QStringLiteral("2026-11-20 12:00:00"));
+        session.schedule("text", past).waitForFinished();
+        session.killAgent();
+        ASSERT_EQ(session.reminders().size(), 1U);
+        Reminder cutOff = session.reminders().front();
+        const auto from = session.scheduleFolder() / fileNameFromReminder(cutOff);
+        cutOff.deliveredDay = cutOff.firstDay;
+        cutOff.phase = Phase::Posting;
+        std::filesystem::rename(from, session.scheduleFolder() / fileNameFromReminder(cutOff));
+        session.startAgent(noon);
+        ASSERT_TRUE(waitUntil([&] { return session.reminders().front().phase != Phase::Posting; }));
+        letPass(300);
+        EXPECT_EQ(daemon.shown.size(), row.shown);
+        EXPECT_EQ(session.reminders().front().deliveredDay, dayFromText("2026-11-21"));
+    }
 }
 
 TEST_F(Agent, ADamagedFileStopsNoOtherReminder) {

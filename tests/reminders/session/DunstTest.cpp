@@ -32,7 +32,7 @@ protected:
 TEST_F(Dunst, DaysPassUntilTheClick) {
     const std::string text = "Prescription: Lisinopril\r for patient: Ann\r is due";
     m_application.appear();
-    m_session.startAgent(QStringLiteral("2026-11-21 07:59:58"));
+    m_session.startAgent(QStringLiteral("2026-11-21 07:59:55"));
     m_session.schedule(QByteArray::fromStdString(text), QStringLiteral("2026-11-21")).waitForFinished();
     EXPECT_TRUE(isPhase(Phase::Waiting));
     ASSERT_TRUE(waitUntil([&] { return isPhase(Phase::Shown); }));
@@ -41,7 +41,7 @@ TEST_F(Dunst, DaysPassUntilTheClick) {
     ASSERT_TRUE(waitUntil([&] { return isPhase(Phase::Waiting) && displayed() == 0; }));
     m_session.killAgent();
 
-    m_session.startAgent(QStringLiteral("2026-11-22 07:59:58"));
+    m_session.startAgent(QStringLiteral("2026-11-22 07:59:55"));
     EXPECT_EQ(displayed(), 0);
     ASSERT_TRUE(waitUntil([&] { return isPhase(Phase::Shown); }));
     EXPECT_EQ(displayed(), 1);

@@ -36,7 +36,7 @@ protected:
             session.beginAgent(noon);
             constexpr int roundsOfOneKilledEarly = 5;
             if (round % roundsOfOneKilledEarly == 0) {
-                letPass(static_cast<int>(random() % 120));
+                letPass(static_cast<int>(random() % 20));
                 outcome.killedBeforeTheBus += session.isOnBus(agentName) ? 0 : 1;
             } else {
                 EXPECT_TRUE(waitUntil([&] { return session.isOnBus(agentName); }));
