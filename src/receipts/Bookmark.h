@@ -28,8 +28,8 @@ std::optional<Data> createBookmark(const std::filesystem::path& file, const std:
 /// Symbolic links to folders are not searched, but followed where the path leads through one.
 ///
 /// None also for data that createBookmark() cannot have made: such data is nobody's to interpret. Data
-/// made up by somebody else opens no file outside the folder, unless that file lies in another folder of
-/// the data folder's name, from where a receipt may be taken too.
+/// made up by somebody else leads to no file outside the folder, unless its path has the data folder's
+/// name in it, as that of every receipt taken from elsewhere has.
 std::optional<std::filesystem::path> resolveBookmark(const Data& bookmark, const std::filesystem::path& dataFolder);
 
 }  // namespace kpx
