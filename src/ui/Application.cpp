@@ -43,10 +43,7 @@ Application::Application() : m_delegate(m_ports.ports()) {
     });
 }
 
-Application::~Application() {
-    m_ports.system.disconnect();
-    m_window->disconnect();
-}
+Application::~Application() = default;
 
 void Application::show() {
     m_window->show();

@@ -19,6 +19,7 @@ class AlertTest : public QObject {
 
 private Q_SLOTS:
     void init() {
+        m_answers.clear();
         m_program = std::make_unique<Application>();
         QVERIFY(startUp(*m_program));
         m_program->ports().windows.closeSplash();

@@ -7,6 +7,7 @@
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QDialog>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>

@@ -43,6 +43,7 @@ private Q_SLOTS:
     }
 
     void theNumberFieldsDropTheirLastCharacter() {
+        field("daysSupply")->setFocus();
         type(*field("daysSupply"), QStringLiteral("12a"));
         QCOMPARE(field("daysSupply")->text(), QStringLiteral("12"));
         QCOMPARE(field("daysSupply")->cursorPosition(), 2);

@@ -88,9 +88,6 @@ Binder::~Binder() {
     for (Control* control : m_delegate.outlets.controls()) {
         control->changed = nullptr;
     }
-    for (const auto& [name, object] : m_objects) {
-        object->disconnect();
-    }
 }
 
 bool Binder::bindControl(Control& control, QObject& object) {

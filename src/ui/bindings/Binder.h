@@ -12,8 +12,8 @@ class QWidget;
 namespace kpx {
 
 /// Pairs each control of the interface with the widget or menu item of the same name in the window and
-/// its sheets, and keeps both in step. Undone when it is destroyed: it must not outlive the controls or
-/// the widgets.
+/// its sheets, and keeps both in step. It must not outlive the controls; the widgets go when it goes, or
+/// before the next event.
 class Binder {
 public:
     /// Binds what fits; the rest is in mismatches().
