@@ -35,10 +35,10 @@ private Q_SLOTS:
         QCOMPARE(icon(program), std::string("calIcon_dark.png"));
         setScheme("light");
         QTRY_COMPARE(icon(program), std::string("calIcon.png"));
-        QVERIFY(!isDarkPalette(program.window().palette()));
+        QTRY_VERIFY(!isDarkPalette(program.window().palette()));
         setScheme("dark");
         QTRY_COMPARE(icon(program), std::string("calIcon_dark.png"));
-        QVERIFY(isDarkPalette(program.window().palette()));
+        QTRY_VERIFY(isDarkPalette(program.window().palette()));
     }
 
 private:
