@@ -3,6 +3,7 @@
 #include "ui/Conversions.h"
 #include "ui/bindings/ButtonBinding.h"
 #include "ui/bindings/DateFieldBinding.h"
+#include "ui/bindings/DropBinding.h"
 #include "ui/bindings/MatrixBinding.h"
 #include "ui/bindings/PanelBindings.h"
 #include "ui/bindings/PopUpButtonBinding.h"
@@ -74,6 +75,12 @@ Binder::Binder(KPXAppDelegate& delegate, QWidget& window) : m_delegate(delegate)
             m_mismatches.push_back(control->name() + " has a widget of another kind");
         } else {
             m_objects[control->name()] = found.constFirst();
+        }
+    }
+    for (Control* target :
+         {static_cast<Control*>(&delegate.outlets.dropButton), static_cast<Control*>(&delegate.outlets.dropView)}) {
+        if (QWidget* widget = widgetForControl(*target)) {
+            m_drops.push_back(std::make_unique<DropBinding>(*target, *widget, delegate));
         }
     }
     findWidgetsWithoutControl();

@@ -3,6 +3,7 @@
 #include "app/KPXAppDelegate.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@ class QObject;
 class QWidget;
 
 namespace kpx {
+
+class DropBinding;
 
 /// Pairs each control of the interface with the widget or menu item of the same name in the window and
 /// its sheets, and keeps both in step. It must not outlive the controls; the widgets go when it goes, or
@@ -42,6 +45,7 @@ private:
     KPXAppDelegate& m_delegate;
     QWidget& m_window;
     std::map<std::string, QObject*> m_objects;
+    std::vector<std::unique_ptr<DropBinding>> m_drops;
     std::vector<std::string> m_mismatches;
 };
 

@@ -2,7 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/views/DropButton.h"
-#include "ui/views/ReceiptImage.h"
+#include "ui/views/ReceiptLoader.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -31,6 +31,17 @@ void showTitle(const Button& control, Widget& widget) {
 void showImage(const Button& control, QAbstractButton& widget) {
     const QString resource = QStringLiteral(":/images/") + qstring(control.image());
     widget.setIcon(control.image().empty() || !QFileInfo::exists(resource) ? QIcon() : QIcon(resource));
+}
+
+void showReceipt(const QString& file, DropButton& widget, ReceiptLoader& loader) {
+    loader.cancel();
+    widget.setAccessibleDescription(QFileInfo(file).fileName());
+    if (file.isEmpty()) {
+        widget.setPicture({});
+        return;
+    }
+    widget.expectPicture();
+    loader.load(file, widget.sizeHint() * widget.devicePixelRatioF());
 }
 
 std::function<void()> clickOf(Button& control, std::function<void()> beforeClick) {
@@ -64,11 +75,12 @@ void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
 
 void bind(KPXDropButton& control, DropButton& widget, std::function<void()> beforeClick) {
     auto shown = std::make_shared<std::string>();
-    control.changed = [&control, &widget, shown] {
+    auto* loader = new ReceiptLoader(&widget);
+    QObject::connect(loader, &ReceiptLoader::loaded, &widget, &DropButton::setPicture);
+    control.changed = [&control, &widget, shown, loader] {
         if (*shown != control.image()) {
             *shown = control.image();
-            widget.setPicture(
-                receiptThumbnail(qstring(control.image()), widget.sizeHint() * widget.devicePixelRatioF()));
+            showReceipt(qstring(control.image()), widget, *loader);
         }
         widget.setDragInside(control.dragInside());
         widget.setEnabled(control.isEnabled());

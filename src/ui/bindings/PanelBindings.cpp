@@ -68,10 +68,16 @@ void bind(Menu& control, QMenu& widget) {
 
 void bind(KPXReceiptView& control, ReceiptView& widget) {
     control.changed = [&control, &widget] {
-        if (control.content() == KPXReceiptView::Content::Image) {
-            widget.showImage(qstring(control.file()));
-        } else {
-            widget.clear();
+        switch (control.content()) {
+            case KPXReceiptView::Content::Image:
+                widget.showImage(qstring(control.file()));
+                break;
+            case KPXReceiptView::Content::PDF:
+                widget.showPdf(qstring(control.file()));
+                break;
+            case KPXReceiptView::Content::None:
+                widget.clear();
+                break;
         }
     };
 }

@@ -4,14 +4,20 @@
 
 #include <QNetworkAccessManager>
 
+#include <chrono>
+
 namespace kpx {
 
 /// One plain request at a time. While it waits the window is still drawn, but takes no input.
 class QtWebFetch : public WebFetch {
 public:
+    /// The time-out is for the whole request, not for a silence in it.
+    explicit QtWebFetch(std::chrono::milliseconds timeOut = std::chrono::seconds(15));
+
     std::optional<Response> fetch(const std::string& address) override;
 
 private:
+    std::chrono::milliseconds m_timeOut;
     QNetworkAccessManager m_network;
 };
 

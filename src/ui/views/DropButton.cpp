@@ -1,6 +1,7 @@
 #include "ui/views/DropButton.h"
 
-#include <QIcon>
+#include "ui/views/DropRing.h"
+
 #include <QImage>
 #include <QPainter>
 
@@ -22,6 +23,13 @@ DropButton::DropButton(QWidget* parent) : QToolButton(parent) {
 
 void DropButton::setPicture(const QImage& picture) {
     m_picture = picture;
+    m_expectsPicture = false;
+    update();
+}
+
+void DropButton::expectPicture() {
+    m_picture = QImage();
+    m_expectsPicture = true;
     update();
 }
 
@@ -39,23 +47,23 @@ void DropButton::paintEvent(QPaintEvent*) {
     const bool lit = isEnabled() && (underMouse() || hasFocus());
     const QRectF frame = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
     QPen pen(lit ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid), lit ? 1.5 : 1);
-    pen.setStyle(m_picture.isNull() ? Qt::DashLine : Qt::SolidLine);
+    pen.setStyle(m_picture.isNull() && !m_expectsPicture ? Qt::DashLine : Qt::SolidLine);
     painter.setPen(pen);
     painter.setBrush(isEnabled() ? palette().color(QPalette::AlternateBase) : palette().color(QPalette::Window));
     painter.drawRoundedRect(frame, 6, 6);
 
     const QRect area = rect().adjusted(inset, inset, -inset, -inset);
     if (m_picture.isNull()) {
-        drawInvitation(painter, area);
+        if (!m_expectsPicture) {
+            drawInvitation(painter, area);
+        }
     } else {
         QRect target(QPoint(), m_picture.size().scaled(area.size(), Qt::KeepAspectRatio));
         target.moveCenter(area.center());
         painter.drawImage(target, m_picture);
     }
     if (m_dragInside) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 3));
-        painter.drawRoundedRect(frame.adjusted(3, 3, -3, -3), 4, 4);
+        drawDropRing(painter, *this, true);
     }
 }
 

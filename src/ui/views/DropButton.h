@@ -13,6 +13,9 @@ public:
 
     /// The receipt's picture; a null one for none.
     void setPicture(const QImage& picture);
+    /// A picture is being read: neither the one before nor the invitation is right any more.
+    void expectPicture();
+    const QImage& picture() const { return m_picture; }
     /// An acceptable drag hovers over it; drawn as a ring inside its edge.
     void setDragInside(bool inside);
 
@@ -25,6 +28,7 @@ private:
     void drawInvitation(QPainter& painter, const QRect& area);
 
     QImage m_picture;
+    bool m_expectsPicture = false;
     bool m_dragInside = false;
 };
 

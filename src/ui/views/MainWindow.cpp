@@ -73,7 +73,7 @@ void MainWindow::addSheets() {
 }
 
 void MainWindow::addPopovers() {
-    auto* dates = new PopoverFrame(this);
+    auto* dates = new PopoverFrame(this, PopoverFrame::Closing::ActElsewhere);
     dates->setObjectName(QStringLiteral("thePopOver"));
     auto* calendar = new DayCalendar(dates);
     calendar->setObjectName(QStringLiteral("theDatePicker"));
@@ -82,11 +82,10 @@ void MainWindow::addPopovers() {
     datesLayout->setContentsMargins(8, 8, 8, 8);
     datesLayout->addWidget(calendar);
 
-    auto* receipt = new PopoverFrame(this);
+    auto* receipt = new PopoverFrame(this, PopoverFrame::Closing::ActInThisProgram);
     receipt->setObjectName(QStringLiteral("receiptPopover"));
     auto* view = new ReceiptView(receipt);
     view->setObjectName(QStringLiteral("dropView"));
-    view->setAccessibleName(tr("Receipt"));
     view->setFixedSize(480, 560);
     auto* receiptLayout = new QVBoxLayout(receipt);
     receiptLayout->setContentsMargins(8, 8, 8, 8);

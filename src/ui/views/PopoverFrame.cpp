@@ -1,5 +1,6 @@
 #include "ui/views/PopoverFrame.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -7,12 +8,23 @@
 
 namespace kpx {
 
-PopoverFrame::PopoverFrame(QWidget* parent) : QFrame(parent, Qt::Popup) {}
+namespace {
+
+/// A pop-up takes all of the mouse while it is open: nothing could be dragged out of another program.
+Qt::WindowFlags flagsFor(PopoverFrame::Closing closing) {
+    return closing == PopoverFrame::Closing::ActElsewhere ? Qt::WindowFlags(Qt::Popup)
+                                                          : Qt::Tool | Qt::FramelessWindowHint;
+}
+
+}  // namespace
+
+PopoverFrame::PopoverFrame(QWidget* parent, Closing closing)
+    : QFrame(parent, flagsFor(closing)), m_flags(flagsFor(closing)) {}
 
 void PopoverFrame::showBeside(QWidget* anchor) {
     m_anchor = anchor;
     // A child of the window it hangs from, else it would open behind a sheet.
-    setParent(anchor->window(), Qt::Popup);
+    setParent(anchor->window(), m_flags);
     setAttribute(Qt::WA_NoMouseReplay, false);
     adjustSize();
     constexpr int gap = 4;
@@ -26,12 +38,66 @@ void PopoverFrame::showBeside(QWidget* anchor) {
     position.setY(qBound(screen.top(), position.y(), qMax(screen.top(), screen.bottom() - height())));
     move(position);
     show();
+    raise();
+    // An alert that came up at the same time must not lie beneath.
+    QWidget* sheet = QApplication::activeModalWidget();
+    if (sheet && sheet != anchor->window()) {
+        sheet->raise();
+        sheet->activateWindow();
+        return;
+    }
+    if (windowType() == Qt::Tool) {
+        activateWindow();
+    }
     if (QWidget* first = nextInFocusChain()) {
         first->setFocus(Qt::PopupFocusReason);
     }
 }
 
+void PopoverFrame::showEvent(QShowEvent* event) {
+    QFrame::showEvent(event);
+    if (windowType() == Qt::Tool) {
+        qApp->installEventFilter(this);
+    }
+}
+
+bool PopoverFrame::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            return watched->isWidgetType() && pressedElsewhere(static_cast<QMouseEvent&>(*event));
+        case QEvent::Hide:
+            if (watched == m_anchor) {
+                hide();
+            }
+            return false;
+        case QEvent::Move:
+        case QEvent::Resize:
+            if (watched == parent()) {
+                hide();
+            }
+            return false;
+        default:
+            return false;
+    }
+}
+
+bool PopoverFrame::anchorContains(const QPoint& globalPosition) const {
+    return m_anchor && QRect(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size()).contains(globalPosition);
+}
+
+bool PopoverFrame::pressedElsewhere(const QMouseEvent& event) {
+    const QPoint position = event.globalPosition().toPoint();
+    const QWidget* sheet = QApplication::activeModalWidget();
+    const bool onSheet = sheet && sheet != parent() && sheet->frameGeometry().contains(position);
+    if (frameGeometry().contains(position) || onSheet) {
+        return false;
+    }
+    hide();
+    return anchorContains(position);
+}
+
 void PopoverFrame::hideEvent(QHideEvent* event) {
+    qApp->removeEventFilter(this);
     QFrame::hideEvent(event);
     Q_EMIT closed();
 }
@@ -39,10 +105,7 @@ void PopoverFrame::hideEvent(QHideEvent* event) {
 void PopoverFrame::mousePressEvent(QMouseEvent* event) {
     // A click elsewhere closes the popover and takes effect there; one on its anchor only closes it,
     // else it would open again at once.
-    const bool onAnchor =
-        m_anchor &&
-        QRect(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size()).contains(event->globalPosition().toPoint());
-    setAttribute(Qt::WA_NoMouseReplay, onAnchor);
+    setAttribute(Qt::WA_NoMouseReplay, anchorContains(event->globalPosition().toPoint()));
     QFrame::mousePressEvent(event);
 }
 
