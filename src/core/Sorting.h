@@ -19,7 +19,8 @@ struct SortDescriptor {
 
 /// Sorts in place by the descriptors in their order of precedence; records that compare equal keep
 /// their order. A record without a value comes before those that have one (after them when descending).
-void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& descriptors, const Environment& environment);
+void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& descriptors,
+                       const Environment& environment);
 
 /// The order in which sortByDescriptors() would put the records: position → index of the record.
 std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
