@@ -44,7 +44,7 @@ std::optional<Records> KPXAppDelegate::copyArrayAndCheckDates(const DateField& b
     Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
     const Environment here = environment();
     arrayToNSDate(history, MHDispenseDateKey, here);
-    Records kept = filteredRecords(history, predicate);
+    Records kept = filteredRecords(std::move(history), predicate);
     arrayNSDateToString(kept, MHDispenseDateKey, here);
     return kept;
 }
@@ -57,7 +57,9 @@ void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
     if (withArray) {
         withArray->push_back(record);
     }
-    writeArray(withArray, prescriptionHistoryFile);
+    // What was written need not be read again; after a failed write the file is what counts.
+    const bool written = writeArray(withArray, prescriptionHistoryFile);
+    const auto stored = written ? withArray : copyArrayFromDataFile(prescriptionHistoryFile);
 
     rebuildHistoryTable(withArray);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
@@ -65,11 +67,14 @@ void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
     enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,
                       &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1, true);
     refreshPatientPopUpForShowTab1();
-    patientPopUpSelected(outlets.patientPopForShowTab1);
+    patientPopUpSelected(outlets.patientPopForShowTab1, stored);
     outlets.drugNamePopForShowTab1.selectLastItem();
-    setPaneBase(outlets.patientPopTab2, withArray);
-    setPaneBase(outlets.patientPopTab3, withArray);
-    setPaneBase(outlets.patientPopTab4, withArray);
+    for (PopUpButton* patientPop : {&outlets.patientPopTab2, &outlets.patientPopTab3, &outlets.patientPopTab4}) {
+        setPaneBase(*patientPop, withArray);
+        if (!written) {
+            patientPopUpSelected(*patientPop, stored);
+        }
+    }
 }
 
 void KPXAppDelegate::rebuildHistoryTable(const std::optional<Records>& history) {

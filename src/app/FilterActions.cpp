@@ -37,9 +37,9 @@ bool KPXAppDelegate::areBeginEndDatesOK(Date beginDate, Date theEndDate) {
     return false;
 }
 
-std::optional<Records> KPXAppDelegate::copyAllPrescripHistDictsForSelectedPatient(const PopUpButton& patientPop) const {
+std::optional<Records> KPXAppDelegate::copyAllPrescripHistDictsForSelectedPatient(
+    const PopUpButton& patientPop, const std::optional<Records>& history) const {
     const auto patient = patientPop.isLastItemSelected() ? std::nullopt : patientPop.titleOfSelectedItem();
-    const auto history = copyArrayFromDataFile(prescriptionHistoryFile);
     return history ? std::optional(filteredRecords(*history, copyPredicateString(patient, std::nullopt)))
                    : std::nullopt;
 }

@@ -171,10 +171,13 @@ public:
 
     void popUpSelectedOnTab1(const PopUpButton& sender);
     void patientPopUpSelected(const PopUpButton& sender);
+    /// The same with the history in hand.
+    void patientPopUpSelected(const PopUpButton& sender, const std::optional<Records>& history);
     void showFilterSheetForTab1();
     void respondToShowBtnPane1();
     bool areBeginEndDatesOK(Date beginDate, Date theEndDate);
-    std::optional<Records> copyAllPrescripHistDictsForSelectedPatient(const PopUpButton& patientPop) const;
+    std::optional<Records> copyAllPrescripHistDictsForSelectedPatient(const PopUpButton& patientPop,
+                                                                      const std::optional<Records>& history) const;
 
     // ---- Tab 2: schedule, reminders
 

@@ -70,6 +70,10 @@ void KPXAppDelegate::popUpSelectedOnTab1(const PopUpButton& sender) {
 }
 
 void KPXAppDelegate::patientPopUpSelected(const PopUpButton& sender) {
+    patientPopUpSelected(sender, copyArrayFromDataFile(prescriptionHistoryFile));
+}
+
+void KPXAppDelegate::patientPopUpSelected(const PopUpButton& sender, const std::optional<Records>& history) {
     const std::array<std::pair<const PopUpButton*, PopUpButton*>, 4> pairs = {{
         {&outlets.patientPopForShowTab1, &outlets.drugNamePopForShowTab1},
         {&outlets.patientPopTab2, &outlets.drugNamePopTab2},
@@ -83,7 +87,8 @@ void KPXAppDelegate::patientPopUpSelected(const PopUpButton& sender) {
         return;
     }
     PopUpButton& drugPop = *pair->second;
-    loadAPopUpButtonUsingKey(drugPop, MHDrugKey, copyAllPrescripHistDictsForSelectedPatient(sender), false, true);
+    loadAPopUpButtonUsingKey(drugPop, MHDrugKey, copyAllPrescripHistDictsForSelectedPatient(sender, history), false,
+                             true);
     drugPop.selectLastItem();
     drugPop.setEnabled(true);
 }

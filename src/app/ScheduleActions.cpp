@@ -30,7 +30,7 @@ void KPXAppDelegate::respondToShowBtnPane2() {
                      noTitle);
         return;
     }
-    const Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
+    Records history = copyArrayFromDataFile(prescriptionHistoryFile).value_or(Records());
     if (history.empty()) {
         doSheetAlert(mainWindow, localized("There is no prescription maintenance history to show"), noTitle);
         return;
@@ -39,8 +39,8 @@ void KPXAppDelegate::respondToShowBtnPane2() {
         doSheetAlert(mainWindow, localized("Invalid 'case' in respondToShowBtnPane2: Contact the developer"), noTitle);
         return;
     }
-    Records kept = filteredRecords(
-        history, copyPredicateString(titleUnlessAll(outlets.patientPopTab2), titleUnlessAll(outlets.drugNamePopTab2)));
+    Records kept = filteredRecords(std::move(history), copyPredicateString(titleUnlessAll(outlets.patientPopTab2),
+                                                                           titleUnlessAll(outlets.drugNamePopTab2)));
     const Environment here = environment();
     applyScheduleMode(kept, static_cast<ScheduleMode>(tag), here);
     maintDueArrayForTV = copyMaintDueArrayForTVFromFilteredArray(kept, here);

@@ -121,7 +121,7 @@ void KPXAppDelegate::setDateDefaultsWithBeginDate(DateField& beginDate, DateFiel
 void KPXAppDelegate::setPaneBase(PopUpButton& patientPop, const std::optional<Records>& fromArray) {
     loadAPopUpButtonUsingKey(patientPop, MHPatientKey, fromArray, false, true);
     patientPop.selectLastItem();
-    patientPopUpSelected(patientPop);
+    patientPopUpSelected(patientPop, fromArray);
     patientPop.selectLastItem();
 }
 

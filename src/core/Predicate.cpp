@@ -281,13 +281,9 @@ bool Predicate::matches(const Record& record) const {
                                [&](const Comparison& comparison) { return comparison.matches(record); });
 }
 
-Records filteredRecords(const Records& records, const std::optional<Predicate>& predicate) {
-    Records kept;
-    if (predicate) {
-        std::ranges::copy_if(records, std::back_inserter(kept),
-                             [&](const Record& record) { return predicate->matches(record); });
-    }
-    return kept;
+Records filteredRecords(Records records, const std::optional<Predicate>& predicate) {
+    std::erase_if(records, [&](const Record& record) { return !predicate || !predicate->matches(record); });
+    return records;
 }
 
 }  // namespace kpx

@@ -36,6 +36,6 @@ private:
 };
 
 /// The matching records, in their order. A null predicate (one that did not parse) matches nothing.
-Records filteredRecords(const Records& records, const std::optional<Predicate>& predicate);
+Records filteredRecords(Records records, const std::optional<Predicate>& predicate);
 
 }  // namespace kpx
