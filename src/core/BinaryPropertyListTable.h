@@ -51,7 +51,7 @@ public:
 
     /// REQUIRES: `number` is not `none`.
     void add(std::uint64_t hash, std::uint32_t number) {
-        if (2 * ++m_used > m_slots.size()) {
+        if (4 * ++m_used > 3 * m_slots.size()) {
             grow();
         }
         put(std::uint64_t{number} << 32 | (hash & tagMask));
@@ -74,7 +74,7 @@ private:
 
     void grow() {
         constexpr std::size_t smallest = 256;
-        std::vector<std::uint64_t> old(std::max(smallest, 4 * m_slots.size()), empty);
+        std::vector<std::uint64_t> old(std::max(smallest, 2 * m_slots.size()), empty);
         old.swap(m_slots);
         for (const std::uint64_t slot : old) {
             if (slot != empty) {

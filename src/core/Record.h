@@ -44,6 +44,8 @@ public:
     explicit Array(std::vector<Value> values);
 
     const std::vector<Value>& values() const;
+    /// The same for arrays that share their elements; null when empty.
+    const void* identity() const { return m_values.identity(); }
     friend bool operator==(const Array& left, const Array& right);
 
 private:
@@ -84,6 +86,9 @@ public:
     /// Replaces the value under the key in its place, or appends it.
     void set(const Text& key, Value value);
     void remove(std::string_view key);
+
+    /// The same for records that share their fields; null when it never had any.
+    const void* identity() const { return m_fields.identity(); }
 
     bool empty() const;
     std::size_t size() const;

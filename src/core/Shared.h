@@ -37,6 +37,9 @@ public:
     const T& operator*() const { return m_block->content; }
     const T* operator->() const { return &m_block->content; }
 
+    /// The same for copies that share their content, another for every other live one, null when null.
+    const void* identity() const { return m_block; }
+
     /// REQUIRES: isUnique().
     T& mutableContent() { return m_block->content; }
     bool isUnique() const { return m_block && m_block->count.load(std::memory_order_acquire) == 1; }
