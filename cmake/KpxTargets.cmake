@@ -13,6 +13,9 @@ if(KPX_SANITIZE)
   target_link_options(kpx_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Qt's class compiler chokes on the C++ library's <concepts> unless it has seen this header of it first.
+set(CMAKE_AUTOMOC_MOC_OPTIONS --include bits/c++config.h)
+
 # kpx_library(NAME [LINKS …]): the static library kpx_NAME of all sources in the current folder.
 function(kpx_library name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
