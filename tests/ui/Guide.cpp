@@ -76,8 +76,16 @@ void Guide::picture(const QString& name) {
     area &= QGuiApplication::primaryScreen()->geometry();
     const QPixmap grabbed =
         QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height());
-    const QString file = m_folder + QLatin1Char('/') + name + m_suffix + QStringLiteral(".png");
-    require(grabbed.save(file), QStringLiteral("cannot write ") + file);
+    require(grabbed.save(file(name, QStringLiteral(".png"))), QStringLiteral("cannot write ") + name);
+}
+
+void Guide::pictureOf(QWidget& window, const QString& name) {
+    QTest::qWait(settleMilliseconds);
+    require(window.grab().save(file(name, QStringLiteral(".png"))), QStringLiteral("cannot write ") + name);
+}
+
+QString Guide::file(const QString& name, const QString& ending) const {
+    return m_folder + QLatin1Char('/') + name + m_suffix + ending;
 }
 
 void Guide::selectTab(int index) {
@@ -136,5 +144,7 @@ void Guide::setSize(int width, int height) {
     m_program->window().resize(width, height);
     QTest::qWait(settleMilliseconds);
 }
+
+void Guide::wait(int milliseconds) { QTest::qWait(milliseconds); }
 
 }  // namespace kpx::test

@@ -23,6 +23,10 @@ public:
 
     /// The main window and all that hangs from it, as it stands on the screen.
     void picture(const QString& name);
+    /// One window alone.
+    void pictureOf(QWidget& window, const QString& name);
+    /// The path of a file of the tour.
+    QString file(const QString& name, const QString& ending) const;
 
     void selectTab(int index);
     void click(const char* button);
@@ -32,13 +36,17 @@ public:
     void answerAlert(int button);
     void doubleClickRow(const char* table, int row);
     void setSize(int width, int height);
+    /// For what is drawn in its own time, such as the pages of a document.
+    void wait(int milliseconds);
 
     Application& program() { return *m_program; }
+
+    /// Ends the tour with an error when the condition does not hold.
+    void require(bool condition, const QString& step);
 
 private:
     template <class Widget>
     Widget& find(const char* name);
-    void require(bool condition, const QString& step);
 
     QString m_folder;
     QString m_suffix;

@@ -4,6 +4,8 @@
 
 #include "tests/ui/Guide.h"
 #include "tests/ui/MadeHousehold.h"
+#include "tests/ui/MadeReceipts.h"
+#include "tests/ui/Story.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -97,6 +99,23 @@ void meetAnAlert(Guide& guide) {
     guide.close();
 }
 
+/// A receipt is kept with its fill, and looked at again.
+void keepAReceipt(Guide& guide) {
+    kpx::test::writeSmallHousehold();
+    const QString receipt = kpx::test::writeTillReceipt(QStringLiteral("Lisinopril in spring.pdf"));
+    guide.start();
+    guide.doubleClickRow("tableViewTab1", 4);
+    kpx::KPXAppDelegate& delegate = guide.program().delegate();
+    delegate.draggingEntered(delegate.outlets.dropButton, receipt.toStdString());
+    guide.picture(QStringLiteral("21-receipt-hovers"));
+    delegate.performDragOperation(delegate.outlets.dropButton, receipt.toStdString());
+    delegate.concludeDragOperation(delegate.outlets.dropButton);
+    guide.wait(500);
+    guide.picture(QStringLiteral("22-receipt"));
+    guide.pressKey(Qt::Key_Escape);
+    guide.close();
+}
+
 /// The first start of all: nothing there yet, and the other tabs say so.
 void startEmpty(Guide& guide) {
     kpx::test::removeHousehold();
@@ -110,9 +129,18 @@ void startEmpty(Guide& guide) {
     guide.close();
 }
 
-constexpr void (*chapters[])(Guide&) = {openOnHistory,        lookAtLongNames, loadARow,
-                                        openPopUpAndCalendar, filter,          visitOtherTabs,
-                                        openListSheets,       meetAnAlert,     startEmpty};
+constexpr void (*chapters[])(Guide&) = {openOnHistory,
+                                        lookAtLongNames,
+                                        loadARow,
+                                        openPopUpAndCalendar,
+                                        filter,
+                                        visitOtherTabs,
+                                        openListSheets,
+                                        meetAnAlert,
+                                        keepAReceipt,
+                                        startEmpty,
+                                        kpx::test::liveAWholeStory,
+                                        kpx::test::printAllReports};
 
 int takeTour(int argc, char** argv, const QString& folder, const QString& suffix) {
     QApplication application(argc, argv);

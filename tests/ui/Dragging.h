@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+
+namespace kpx::test {
+
+/// A drag out of another program with the real mouse, step by step.
+class Drag {
+public:
+    explicit Drag(const QStringList& addresses, const QString& actions = QStringLiteral("copy,move,link"));
+    ~Drag();
+
+    /// Takes the addresses up and moves them over the middle of the widget, or of the screen's empty edge
+    /// for none. False when the other program or the mouse does not act.
+    bool over(const QWidget* target);
+    /// Lets go; answers how the drag ended for the other program: "link", "copy", "move" or "none".
+    QString drop();
+
+private:
+    QString line();
+
+    QProcess m_source;
+    bool m_ready = false;
+    bool m_taken = false;
+};
+
+/// Moves the real mouse to the middle of the widget.
+bool moveMouseTo(const QWidget& target);
+/// Presses and lets go of its left button there.
+bool clickMouse(const QWidget& target);
+
+}  // namespace kpx::test

@@ -1,0 +1,122 @@
+#include "tests/ui/MadeReceipts.h"
+
+#include "core/DataFiles.h"
+#include "core/Keys.h"
+#include "receipts/Bookmark.h"
+#include "tests/ui/MadeHousehold.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+
+namespace kpx::test {
+
+namespace {
+
+QString place(const QString& name) {
+    const QString folder = QString::fromStdString((dataFolder() / "Receipts").string());
+    QDir().mkpath(folder);
+    return folder + QLatin1Char('/') + name;
+}
+
+/// The segment of a JPEG file that tells how its pixels lie; 6 for a quarter turn to the right.
+QByteArray orientationSegment(char orientation) {
+    QByteArray segment = QByteArray::fromHex(
+        "ffe10022"                  // application segment 1, 34 bytes with the length itself
+        "457869660000"              // its kind: Exif
+        "4d4d002a00000008"          // big-endian, the directory follows at once
+        "0001"                      // one entry:
+        "011200030000000100000000"  // orientation, one short number
+        "00000000");                // no further directory
+    segment[29] = orientation;
+    return segment;
+}
+
+}  // namespace
+
+QString writeBytes(const QString& name, const QByteArray& bytes) {
+    QFile file(place(name));
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? file.fileName() : QString();
+}
+
+QString writePicture(const QString& name, const QSize& size, unsigned color) {
+    QImage picture(size, QImage::Format_Indexed8);
+    picture.setColorTable({color});
+    picture.fill(0);
+    return picture.save(place(name)) ? place(name) : QString();
+}
+
+QString writePhotoOnItsSide(const QString& name, const QSize& stored) {
+    QImage pixels(stored, QImage::Format_RGB32);
+    pixels.fill(Qt::blue);
+    // After the quarter turn to the right, the left half comes to lie at the top.
+    QPainter(&pixels).fillRect(0, 0, stored.width() / 2, stored.height(), Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    pixels.save(&buffer, "JPG", 95);
+    constexpr int afterStartOfImage = 2;
+    return writeBytes(name, bytes.insert(afterStartOfImage, orientationSegment(6)));
+}
+
+QString writeDocument(const QString& name, int pages) {
+    QPdfWriter writer(place(name));
+    writer.setPageSize(QPageSize(QPageSize::A5));
+    QPainter painter(&writer);
+    for (int page = 1; page <= pages; ++page) {
+        painter.fillRect(QRect(0, 0, writer.width(), writer.height() / 8), Qt::darkGreen);
+        painter.drawText(0, writer.height() / 2, QStringLiteral("Page %1").arg(page));
+        if (page < pages) {
+            writer.newPage();
+        }
+    }
+    return place(name);
+}
+
+QString writeTillReceipt(const QString& name) {
+    constexpr struct {
+        const char* left;
+        const char* right;
+    } lines[] = {{"CORNER PHARMACY", ""},
+                 {"1 Main Street, Springfield", ""},
+                 {"", ""},
+                 {"Rx 4417203", "Refill"},
+                 {"Lisinopril 10 mg", "90 tablets"},
+                 {"Price", "48.60"},
+                 {"Insurance", "-35.50"},
+                 {"TO PAY", "$ 13.10"},
+                 {"", ""},
+                 {"Paid by card", "13.10"},
+                 {"Thank you. Get well soon!", ""}};
+    QPdfWriter writer(place(name));
+    writer.setResolution(720);
+    writer.setPageSize(QPageSize(QSizeF(80, 90), QPageSize::Millimeter));
+    writer.setPageMargins(QMarginsF(6, 6, 6, 6), QPageLayout::Millimeter);
+    QPainter painter(&writer);
+    painter.setFont(QFont(QStringLiteral("DejaVu Sans Mono"), 8));
+    const int lineHeight = writer.height() / static_cast<int>(std::size(lines));
+    QRect row(0, 0, writer.width(), lineHeight);
+    for (const auto& line : lines) {
+        painter.drawText(row, Qt::AlignLeft | Qt::AlignVCenter, QLatin1String(line.left));
+        painter.drawText(row, Qt::AlignRight | Qt::AlignVCenter, QLatin1String(line.right));
+        row.translate(0, lineHeight);
+    }
+    return place(name);
+}
+
+void writeReceiptForEveryFill() {
+    std::vector<Data> bookmarks;
+    for (const char* name : {"one.png", "two.png", "three.png"}) {
+        const QString file = writePicture(QLatin1String(name), {30, 50}, 0xff205080);
+        bookmarks.push_back(createBookmark(file.toStdString(), dataFolder()).value());
+    }
+    Records history = copyArrayFromDataFile(dataFolder(), prescriptionHistoryFile).value();
+    for (std::size_t index = 0; index < history.size(); ++index) {
+        history[index].set(MHReceiptKey, bookmarks[index % bookmarks.size()]);
+    }
+    writeArray(history, dataFolder(), prescriptionHistoryFile);
+}
+
+}  // namespace kpx::test

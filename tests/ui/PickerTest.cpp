@@ -1,0 +1,231 @@
+#include "tests/ui/Dragging.h"
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/Conversions.h"
+#include "ui/views/DWKButtonHover.h"
+#include "ui/views/PopoverFrame.h"
+#include "ui/views/SheetDialog.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QCursor>
+#include <QProcess>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+/// The shared calendar of the eight date fields, and the small buttons that open it.
+class PickerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        m_portal.start(QCoreApplication::applicationDirPath() + QStringLiteral("/settings_portal"), QStringList());
+        QVERIFY(m_portal.waitForStarted());
+        setScheme("light");
+    }
+    void cleanupTestCase() {
+        m_portal.closeWriteChannel();
+        QVERIFY(m_portal.waitForFinished());
+    }
+    void init() {
+        writeSmallHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+        m_program->window().move(100, 100);
+        QTest::qWait(100);
+        m_program->delegate().outlets.theTabView.selectTab(0);
+    }
+    void cleanup() {
+        m_program->delegate().outlets.theTabView.selectTab(0);
+        m_program->window().close();
+        m_program.reset();
+    }
+
+    void eachTriggerServesItsFieldAndNoOther() {
+        Outlets& outlets = m_program->delegate().outlets;
+        const struct {
+            int tab;
+            bool onFilterSheet;
+            const char* trigger;
+            DateField* field;
+        } rows[] = {{0, false, "popOverTriggerTab1DispenseDate", &outlets.dispenseDateTab1},
+                    {0, false, "popOverTriggerTab1ExpirationDate", &outlets.expirationDateTab1},
+                    {0, true, "fromDateFilterCalIcon", &outlets.beginDateForShowTab1},
+                    {0, true, "toDateFilterCalIcon", &outlets.endDateForShowTab1},
+                    {2, false, "popOverTriggerTab3BeginDate", &outlets.beginDateTab3},
+                    {2, false, "popOverTriggerTab3EndDate", &outlets.endDateTab3},
+                    {3, false, "popOverTriggerTab4BeginDate", &outlets.beginDateTab4},
+                    {3, false, "popOverTriggerTab4EndDate", &outlets.endDateTab4}};
+        int day = 3;
+        for (const auto& row : rows) {
+            outlets.theTabView.selectTab(row.tab);
+            auto* sheet = find<SheetDialog>("theFilterSheetTab1");
+            if (row.onFilterSheet && !sheet->isVisible()) {
+                QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
+                QTRY_VERIFY(sheet->isVisible());
+            } else if (!row.onFilterSheet && sheet->isVisible()) {
+                QTest::keyClick(sheet, Qt::Key_Escape);
+                QTRY_VERIFY(!sheet->isVisible());
+            }
+            const QTime timeOfDay(7, 8, 9);
+            row.field->setDate(dateFromQDateTime(QDateTime(QDate(2024, 5, ++day), timeOfDay)));
+            std::vector<Date> before;
+            for (const auto& each : rows) {
+                before.push_back(each.field->date());
+            }
+
+            auto* trigger = find<DWKButtonHover>(row.trigger);
+            QVERIFY2(!trigger->accessibleName().isEmpty(), row.trigger);
+            QTest::mouseClick(trigger, Qt::LeftButton);
+            QTRY_VERIFY2(popover().isVisible(), row.trigger);
+            QVERIFY2(popover().parentWidget() == trigger->window(), row.trigger);
+            QVERIFY2(!trigger->isChecked(), row.trigger);
+            QCOMPARE(calendar().selectedDate(), QDate(2024, 5, day));
+            QVERIFY(popover().screen()->availableGeometry().contains(popover().frameGeometry()));
+            const int triggersRight = trigger->mapToGlobal(QPoint(trigger->width(), 0)).x();
+            QVERIFY2(popover().x() >= triggersRight && popover().x() < triggersRight + 12, row.trigger);
+
+            // Several picks in a row, without another click first: the days take the keys at once.
+            pressInPopover(Qt::Key_Right);
+            QTRY_COMPARE(qdateTime(row.field->date()), QDateTime(QDate(2024, 5, day + 1), timeOfDay));
+            pressInPopover(Qt::Key_Down);
+            QTRY_COMPARE(qdateTime(row.field->date()), QDateTime(QDate(2024, 5, day + 8), timeOfDay));
+            QVERIFY(popover().isVisible());
+            for (std::size_t index = 0; index < before.size(); ++index) {
+                QVERIFY2(rows[index].field == row.field || rows[index].field->date() == before[index], row.trigger);
+            }
+            pressInPopover(Qt::Key_Escape);
+            QTRY_VERIFY(!popover().isVisible());
+            QCOMPARE(qdateTime(row.field->date()), QDateTime(QDate(2024, 5, day + 8), timeOfDay));
+        }
+    }
+
+    void aMouseClickPicksADayAndTheNextTriggerTakesThePopoverOver() {
+        Outlets& outlets = m_program->delegate().outlets;
+        outlets.dispenseDateTab1.setDate(dateFromQDateTime(QDateTime(QDate(2024, 5, 15), QTime(23, 59, 58))));
+        outlets.expirationDateTab1.setDate(dateFromQDateTime(QDateTime(QDate(2025, 2, 1), QTime(0, 0))));
+        auto* first = find<DWKButtonHover>("popOverTriggerTab1DispenseDate");
+        auto* second = find<DWKButtonHover>("popOverTriggerTab1ExpirationDate");
+        QVERIFY(clickMouse(*first));
+        QTRY_VERIFY(popover().isVisible());
+        auto* days = calendar().findChild<QAbstractItemView*>(QStringLiteral("qt_calendar_calendarview"));
+        // 21 May lies one row below and one column before the 15th.
+        const QModelIndex shown = days->currentIndex();
+        const QRect cell = days->visualRect(shown.sibling(shown.row() + 1, shown.column() - 1));
+        QTest::mouseClick(days->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+        QTRY_COMPARE(qdateTime(outlets.dispenseDateTab1.date()), QDateTime(QDate(2024, 5, 21), QTime(23, 59, 58)));
+        QVERIFY(popover().isVisible());
+        // The first click may only close the popover, as with any pop-up.
+        QVERIFY(clickMouse(*second));
+        if (!popover().isVisible()) {
+            QTest::qWait(QApplication::doubleClickInterval() + 50);
+            QVERIFY(clickMouse(*second));
+        }
+        QTRY_COMPARE(outlets.thePopOver.anchor(),
+                     static_cast<const Control*>(outlets.find(utf8(second->objectName()))));
+        QVERIFY(popover().isVisible());
+        QCOMPARE(calendar().selectedDate(), QDate(2025, 2, 1));
+        QTest::qWait(QApplication::doubleClickInterval() + 50);
+        QVERIFY(clickMouse(*second));
+        QTRY_VERIFY(!popover().isVisible());
+    }
+
+    void theCalendarStaysOnTheScreen() {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        MainWindow& window = m_program->window();
+        window.move(screen.bottomRight() - QPoint(window.frameGeometry().width() - 1, window.frameGeometry().height()));
+        m_program->delegate().outlets.theTabView.selectTab(3);
+        QTest::qWait(150);
+        for (const char* trigger : {"popOverTriggerTab4BeginDate", "popOverTriggerTab4EndDate"}) {
+            QTest::mouseClick(find<DWKButtonHover>(trigger), Qt::LeftButton);
+            QTRY_VERIFY(popover().isVisible());
+            QVERIFY2(screen.contains(popover().frameGeometry()), trigger);
+            popover().hide();
+        }
+        // Hardly anything of the window is left on the screen: there is no room to the right.
+        m_program->delegate().outlets.theTabView.selectTab(0);
+        auto* trigger = find<DWKButtonHover>("popOverTriggerTab1DispenseDate");
+        const int inWindow = trigger->mapTo(&window, QPoint(trigger->width(), 0)).x();
+        window.move(screen.right() - inWindow - 20, 300);
+        QTest::qWait(150);
+        QTest::mouseClick(trigger, Qt::LeftButton);
+        QTRY_VERIFY(popover().isVisible());
+        QVERIFY(screen.contains(popover().frameGeometry()));
+        QVERIFY(popover().frameGeometry().right() < trigger->mapToGlobal(QPoint()).x());
+        popover().hide();
+    }
+
+    void allTenIconsFollowTheDesktop() {
+        const char* names[] = {"popOverTriggerTab1DispenseDate", "popOverTriggerTab1ExpirationDate",
+                               "popOverTriggerTab1BeginDate",    "popOverTriggerTab1EndDate",
+                               "popOverTriggerTab3BeginDate",    "popOverTriggerTab3EndDate",
+                               "popOverTriggerTab4BeginDate",    "popOverTriggerTab4EndDate",
+                               "fromDateFilterCalIcon",          "toDateFilterCalIcon"};
+        const auto all = [&](const std::string& image) {
+            return std::ranges::all_of(names, [&](const char* name) {
+                const auto* button = dynamic_cast<const Button*>(m_program->delegate().outlets.find(name));
+                return button->image() == image && !find<DWKButtonHover>(name)->icon().isNull();
+            });
+        };
+        QVERIFY(all("calIcon.png"));
+        const QImage light = find<DWKButtonHover>(names[0])->icon().pixmap(20).toImage();
+        setScheme("dark");
+        QTRY_VERIFY(all("calIcon_dark.png"));
+        QVERIFY(find<DWKButtonHover>(names[0])->icon().pixmap(20).toImage() != light);
+        setScheme("light");
+        QTRY_VERIFY(all("calIcon.png"));
+        QCOMPARE(find<DWKButtonHover>(names[0])->icon().pixmap(20).toImage(), light);
+    }
+
+    void theButtonLightsUpUnderTheMouse() {
+        auto* button = find<DWKButtonHover>("popOverTriggerTab1DispenseDate");
+        auto* elsewhere = find<QWidget>("scriptNoteTab1");
+        QVERIFY(moveMouseTo(*elsewhere));
+        const QImage quiet = button->grab().toImage();
+        QVERIFY(moveMouseTo(*button));
+        QTRY_VERIFY(button->grab().toImage() != quiet);
+        QCOMPARE(button->cursor().shape(), Qt::PointingHandCursor);
+        QVERIFY(moveMouseTo(*elsewhere));
+        QTRY_COMPARE(button->grab().toImage(), quiet);
+
+        Button& control = m_program->delegate().outlets.popOverTriggerTab1DispenseDate;
+        control.setEnabled(false);
+        const QImage off = button->grab().toImage();
+        QVERIFY(moveMouseTo(*button));
+        QCOMPARE(button->grab().toImage(), off);
+        QCOMPARE(button->cursor().shape(), Qt::ArrowCursor);
+        control.setEnabled(true);
+        QCOMPARE(button->cursor().shape(), Qt::PointingHandCursor);
+    }
+
+private:
+    void setScheme(const QByteArray& scheme) {
+        m_portal.write(scheme + '\n');
+        QVERIFY(m_portal.waitForReadyRead());
+        QCOMPARE(m_portal.readLine().trimmed(), scheme);
+    }
+    template <class Widget>
+    Widget* find(const char* name) {
+        return widgetNamed<Widget>(m_program->window(), name);
+    }
+    PopoverFrame& popover() { return *find<PopoverFrame>("thePopOver"); }
+    QCalendarWidget& calendar() { return *find<QCalendarWidget>("theDatePicker"); }
+    /// The key goes where the keyboard leads, as it does for the user.
+    void pressInPopover(Qt::Key key) { QTest::keyClick(popover().windowHandle(), key); }
+
+    QProcess m_portal;
+    std::unique_ptr<Application> m_program;
+};
+
+QTEST_MAIN(PickerTest)
+#include "PickerTest.moc"

@@ -1,0 +1,333 @@
+#include "tests/ui/Dragging.h"
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/MadeReceipts.h"
+#include "tests/ui/OpenedFiles.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/views/AlertBox.h"
+#include "ui/views/DropButton.h"
+#include "ui/views/PopoverFrame.h"
+#include "ui/views/ReceiptView.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPdfDocument>
+#include <QPdfView>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+namespace {
+
+/// The longest time in which the window could not react, up to the moment the condition holds.
+template <class Condition>
+qint64 longestPause(Condition condition, bool& held) {
+    QElapsedTimer sinceLastTick;
+    qint64 longest = 0;
+    QTimer ticks;
+    QObject::connect(&ticks, &QTimer::timeout, [&] { longest = std::max(longest, sinceLastTick.restart()); });
+    sinceLastTick.start();
+    ticks.start(5);
+    constexpr int patience = 30000;
+    held = QTest::qWaitFor(condition, patience);
+    return std::max(longest, sinceLastTick.elapsed());
+}
+
+QString address(const QString& file) { return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded); }
+
+}  // namespace
+
+/// Receipts dragged out of another program, and their display.
+class ReceiptTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        writeSmallHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+        m_program->window().move(100, 100);
+        QTest::qWait(100);
+    }
+    void cleanup() {
+        m_program->window().close();
+        m_program.reset();
+    }
+
+    void takesPicturesAndDocumentsOnTheButton() {
+        const struct {
+            QString file;
+            KPXReceiptView::Content content;
+        } rows[] = {
+            {writePicture(QStringLiteral("till receipt.png"), {300, 500}, 0xff205080), KPXReceiptView::Content::Image},
+            {writePhotoOnItsSide(QStringLiteral("photo.jpg"), {400, 200}), KPXReceiptView::Content::Image},
+            {writeBytes(QStringLiteral("Quittung für Zoë.svg"),
+                        "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='40'>"
+                        "<rect width='20' height='40' fill='#208050'/></svg>"),
+             KPXReceiptView::Content::Image},
+            {writeDocument(QStringLiteral("invoice.pdf"), 3), KPXReceiptView::Content::PDF},
+        };
+        for (const auto& row : rows) {
+            Drag drag({address(row.file)});
+            QVERIFY(!button().dragInside());
+            QVERIFY(drag.over(&dropButton()));
+            QTRY_VERIFY2(button().dragInside(), qPrintable(row.file));
+            QVERIFY(!popover().isVisible());
+            QCOMPARE(drag.drop(), QStringLiteral("link"));
+            QTRY_VERIFY2(popover().isVisible(), qPrintable(row.file));
+            QVERIFY(!button().dragInside());
+            QCOMPARE(control().content(), row.content);
+            QCOMPARE(QString::fromStdString(control().file()), row.file);
+            QTRY_VERIFY2(!dropButton().picture().isNull(), qPrintable(row.file));
+            if (row.content == KPXReceiptView::Content::PDF) {
+                QTRY_VERIFY(view().pages());
+                QCOMPARE(view().pages()->document()->pageCount(), 3);
+                QVERIFY(view().image().isNull());
+            } else {
+                QTRY_VERIFY2(!view().image().isNull(), qPrintable(row.file));
+                QVERIFY(!view().pages());
+            }
+            QVERIFY(view().accessibleName().endsWith(QFileInfo(row.file).fileName()));
+            QTest::keyClick(&popover(), Qt::Key_Escape);
+            QTRY_VERIFY(!popover().isVisible());
+        }
+    }
+
+    void refusesOtherThingsAtTheEdge() {
+        const QString text = writeBytes(QStringLiteral("notes.txt"), "bread, milk");
+        const QString disguised = writeBytes(QStringLiteral("notes"), "bread, milk");
+        const QString picture = writePicture(QStringLiteral("picture.png"), {30, 50}, 0xff205080);
+        const QString folder = QFileInfo(picture).path();
+        const struct {
+            QStringList addresses;
+            QString actions;
+        } rows[] = {{{address(text)}, QStringLiteral("copy,move,link")},
+                    {{address(disguised)}, QStringLiteral("copy,move,link")},
+                    {{address(folder)}, QStringLiteral("copy,move,link")},
+                    {{address(folder + QStringLiteral("/gone.png"))}, QStringLiteral("copy,move,link")},
+                    {{QStringLiteral("https://pharmacy.example/receipt.png")}, QStringLiteral("copy,link")},
+                    // The first counts.
+                    {{address(text), address(picture)}, QStringLiteral("copy,move,link")},
+                    // After a move the other program may delete its file.
+                    {{address(picture)}, QStringLiteral("move")}};
+        for (const auto& row : rows) {
+            Drag drag(row.addresses, row.actions);
+            QVERIFY(drag.over(&dropButton()));
+            QVERIFY2(!button().dragInside(), qPrintable(row.addresses.join(QLatin1Char(' '))));
+            QCOMPARE(drag.drop(), QStringLiteral("none"));
+            QTest::qWait(50);
+            QVERIFY2(!popover().isVisible(), qPrintable(row.addresses.join(QLatin1Char(' '))));
+            QVERIFY(button().image().empty());
+        }
+    }
+
+    void theHighlightEndsWhenTheDragLeaves() {
+        const QString picture = writePicture(QStringLiteral("picture.png"), {30, 50}, 0xff205080);
+        Drag drag({address(picture), QStringLiteral("https://pharmacy.example/")}, QStringLiteral("copy"));
+        QVERIFY(drag.over(&dropButton()));
+        QTRY_VERIFY(button().dragInside());
+        const QColor ring = dropButton().palette().color(QPalette::Highlight);
+        QTRY_COMPARE(dropButton().grab().toImage().pixelColor(dropButton().width() / 2, 4), ring);
+        QVERIFY(drag.over(nullptr));
+        QTRY_VERIFY(!button().dragInside());
+        QTRY_VERIFY(dropButton().grab().toImage().pixelColor(dropButton().width() / 2, 4) != ring);
+        QVERIFY(drag.over(&dropButton()));
+        QTRY_VERIFY(button().dragInside());
+        QCOMPARE(drag.drop(), QStringLiteral("copy"));
+        QTRY_VERIFY(popover().isVisible());
+    }
+
+    void theOpenPopoverTakesDropsOnTopOfWhatItShows() {
+        attach(writeDocument(QStringLiteral("invoice.pdf"), 2));
+        openPopover();
+        QTRY_VERIFY(view().pages());
+        const QString second = writePicture(QStringLiteral("second.png"), {60, 50}, 0xffa05020);
+        Drag drag({address(second)});
+        QVERIFY(drag.over(view().pages()->viewport()));
+        QVERIFY(popover().isVisible());
+        QCOMPARE(drag.drop(), QStringLiteral("link"));
+        QTRY_COMPARE(QString::fromStdString(control().file()), second);
+        QTRY_VERIFY(!view().image().isNull());
+        QVERIFY(!view().pages());
+        QCOMPARE(view().findChildren<QPdfView*>().size(), 0);
+        QVERIFY(popover().isVisible());
+    }
+
+    void aFileElsewhereBringsTheReasonAndKeepsTheReceipt() {
+        const QString kept = writePicture(QStringLiteral("kept.png"), {30, 50}, 0xff205080);
+        attach(kept);
+        const QString elsewhere = QDir::homePath() + QStringLiteral("/elsewhere.png");
+        QVERIFY(QFile::copy(kept, elsewhere));
+        Drag drag({address(elsewhere)});
+        QVERIFY(drag.over(&dropButton()));
+        QCOMPARE(drag.drop(), QStringLiteral("link"));
+        AlertBox* box = waitForAlert();
+        QVERIFY(box);
+        QVERIFY(box->text().startsWith(QStringLiteral("Receipt file is NOT stored in KPX's data folder")));
+        QVERIFY(popover().isVisible());
+        QCOMPARE(QString::fromStdString(control().file()), kept);
+        QTRY_COMPARE(QApplication::activeWindow(), box);
+        QTest::keyClick(box, Qt::Key_Escape);
+        QTRY_VERIFY(noAlertShows());
+    }
+
+    void aPhotoStandsUpright() {
+        attach(writePhotoOnItsSide(QStringLiteral("photo.jpg"), {2000, 1000}));
+        openPopover();
+        QTRY_VERIFY(!view().image().isNull());
+        const QImage& image = view().image();
+        QVERIFY(image.height() > image.width());
+        QVERIFY(image.height() <= view().height());
+        QVERIFY(image.pixelColor(image.width() / 2, image.height() / 4).red() > 200);
+        QVERIFY(image.pixelColor(image.width() / 2, image.height() * 3 / 4).blue() > 200);
+        QTRY_VERIFY(dropButton().picture().height() > dropButton().picture().width());
+    }
+
+    void whatCannotBeReadShowsNothing() {
+        QFile whole(writeDocument(QStringLiteral("whole.pdf"), 1));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QString files[] = {writeBytes(QStringLiteral("broken.png"), "\x89PNG\r\n\x1a\n and then nothing"),
+                                 writeBytes(QStringLiteral("broken.pdf"), whole.read(whole.size() / 3)),
+                                 writeBytes(QStringLiteral("broken.svg"), "<svg xmlns='http://www.w3.org/2000/svg'><g"),
+                                 writeBytes(QStringLiteral("broken.jpg"), "\xff\xd8\xff\xe0")};
+        for (const QString& file : files) {
+            attach(file);
+            openPopover();
+            QTest::qWait(150);
+            QVERIFY2(view().image().isNull() && !view().pages(), qPrintable(file));
+            QVERIFY2(dropButton().picture().isNull(), qPrintable(file));
+            closePopover();
+        }
+        const QString lost = writePicture(QStringLiteral("lost.png"), {30, 50}, 0xff205080);
+        attach(lost);
+        QVERIFY(QFile::remove(lost));
+        openPopover();
+        QTest::qWait(150);
+        QVERIFY(view().image().isNull());
+        QVERIFY(noAlertShows());
+    }
+
+    void aHundredMegapixelsDoNotHoldUpTheWindow() {
+        const QString files[] = {writePicture(QStringLiteral("large.jpg"), {10000, 10000}, 0xff205080),
+                                 writePicture(QStringLiteral("large.png"), {10000, 10000}, 0xff205080)};
+        for (const QString& file : files) {
+            attach(file);
+            openPopover();
+            bool shown = false;
+            const qint64 pause =
+                longestPause([&] { return !view().image().isNull() && !dropButton().picture().isNull(); }, shown);
+            QVERIFY2(shown, qPrintable(file));
+            QVERIFY2(pause < 500, qPrintable(QString::number(pause)));
+            QVERIFY(view().image().width() <= view().width() * view().devicePixelRatioF());
+            closePopover();
+        }
+    }
+
+    void twoThousandPagesDoNotHoldUpTheWindow() {
+        const QString file = writeDocument(QStringLiteral("long.pdf"), 2000);
+        QElapsedTimer timer;
+        timer.start();
+        attach(file);
+        openPopover();
+        QTRY_VERIFY(view().pages());
+        QCOMPARE(view().pages()->document()->pageCount(), 2000);
+        const qint64 opening = timer.elapsed();
+        QVERIFY2(opening < 1500, qPrintable(QString::number(opening)));
+        bool drawn = false;
+        const qint64 pause = longestPause(
+            [&] {
+                const QImage picture = view().pages()->viewport()->grab().toImage();
+                return picture.pixelColor(picture.width() / 2, picture.height() / 12) == QColor(Qt::darkGreen);
+            },
+            drawn);
+        QVERIFY(drawn);
+        QVERIFY2(pause < 700, qPrintable(QString::number(pause)));
+        view().pages()->verticalScrollBar()->setValue(view().pages()->verticalScrollBar()->maximum());
+        QTest::keyClick(view().pages(), Qt::Key_Escape);
+        QTRY_VERIFY(!popover().isVisible());
+    }
+
+    void theStartReadsNoReceipt() {
+        cleanup();
+        constexpr std::size_t fills = 10000;
+        writeLargeHousehold(fills);
+        writeReceiptForEveryFill();
+        const OpenedFiles opened((dataFolder() / "Receipts").string());
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+        QTest::qWait(200);
+        QCOMPARE(m_program->window().findChild<QLabel*>(QStringLiteral("contentCount"))->text(),
+                 QStringLiteral("Display Count: 10000"));
+        QCOMPARE(opened.count(), 0);
+        // The watch sees what it should: a row's receipt is read when the row is loaded.
+        clickRow(*m_program->window().findChild<QWidget*>(QStringLiteral("tableViewTab1")), 0, true);
+        QTRY_VERIFY(!control().file().empty());
+        QTRY_VERIFY(opened.count() > 0);
+        QTRY_VERIFY(!dropButton().picture().isNull());
+    }
+
+    void clearingTheFormTakesTheReceiptAway() {
+        attach(writeDocument(QStringLiteral("invoice.pdf"), 2));
+        openPopover();
+        QTRY_VERIFY(view().pages());
+        QTRY_VERIFY(!dropButton().picture().isNull());
+        m_program->delegate().removeAction();
+        QVERIFY(!view().pages());
+        QVERIFY(dropButton().picture().isNull());
+        QCOMPARE(view().accessibleName(), QStringLiteral("No receipt"));
+    }
+
+    void thePopoverClosesWithAClickElsewhereAndOnItsButton() {
+        openPopover();
+        QVERIFY(clickMouse(*m_program->window().findChild<QWidget*>(QStringLiteral("scriptNoteTab1"))));
+        QTRY_VERIFY(!popover().isVisible());
+        QVERIFY(clickMouse(dropButton()));
+        QTRY_VERIFY(popover().isVisible());
+        // The two clicks are no double click, which would leave it open.
+        QTest::qWait(QApplication::doubleClickInterval() + 50);
+        QVERIFY(clickMouse(dropButton()));
+        QTRY_VERIFY(!popover().isVisible());
+        QTest::qWait(100);
+        QVERIFY(!popover().isVisible());
+        QVERIFY(clickMouse(dropButton()));
+        QTRY_VERIFY(popover().isVisible());
+        m_program->delegate().outlets.theTabView.selectTab(2);
+        QTRY_VERIFY(!popover().isVisible());
+        m_program->delegate().outlets.theTabView.selectTab(0);
+    }
+
+private:
+    KPXDropButton& button() { return m_program->delegate().outlets.dropButton; }
+    KPXReceiptView& control() { return m_program->delegate().outlets.dropView; }
+    DropButton& dropButton() { return *m_program->window().findChild<DropButton*>(QStringLiteral("dropButton")); }
+    PopoverFrame& popover() { return *m_program->window().findChild<PopoverFrame*>(QStringLiteral("receiptPopover")); }
+    ReceiptView& view() { return *m_program->window().findChild<ReceiptView*>(QStringLiteral("dropView")); }
+
+    void attach(const QString& file) {
+        QVERIFY(!file.isEmpty());
+        m_program->delegate().performDragOperation(button(), file.toStdString());
+    }
+    void openPopover() {
+        QTest::mouseClick(&dropButton(), Qt::LeftButton);
+        QTRY_VERIFY(popover().isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(&popover()));
+    }
+    void closePopover() {
+        popover().hide();
+        QTRY_VERIFY(!popover().isVisible());
+    }
+
+    std::unique_ptr<Application> m_program;
+};
+
+QTEST_MAIN(ReceiptTest)
+#include "ReceiptTest.moc"
