@@ -49,7 +49,7 @@ Text TextPool::shared(std::string_view text) {
     if (const auto known = m_texts.find(text); known != m_texts.end()) {
         return known->second;
     }
-    const Text added(text);
+    Text added(text);
     m_texts.emplace(added.view(), added);
     return added;
 }
