@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 
@@ -10,6 +11,8 @@
 namespace kpx {
 
 namespace {
+
+constexpr int comfortableWidth = 420;
 
 /// Texts separate their paragraphs by carriage returns.
 QString lines(const std::string& text) { return qstring(text).replace(QLatin1Char('\r'), QLatin1Char('\n')); }
@@ -39,8 +42,6 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
         QFont bold = message->font();
         bold.setBold(true);
         message->setFont(bold);
-        message->setWordWrap(true);
-        message->setMinimumWidth(360);
     }
     if (auto* body = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         // The box applies its text format to the message only, and a drug's name is not markup.
@@ -48,6 +49,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
         body->setText(lines(alert.informativeText));
     }
     addButtons(alert);
+    // A short message is not to make a narrow box. A minimum width of the message itself would hide from the
+    // box how much room a long one needs.
+    if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
+        grid->addItem(new QSpacerItem(comfortableWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+    }
 }
 
 void AlertBox::addButtons(const Alert& alert) {
