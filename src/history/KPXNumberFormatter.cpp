@@ -6,7 +6,7 @@
 
 namespace kpx {
 
-KPXNumberFormatter::KPXNumberFormatter(std::string allowedChars, bool doExtraTests)
+KPXNumberFormatter::KPXNumberFormatter(const std::string& allowedChars, bool doExtraTests)
     : m_kpxAllowedChars(codePoints(allowedChars)), m_optTests(doExtraTests) {}
 
 KPXNumberFormatter::Verdict KPXNumberFormatter::isPartialStringValid(std::string_view proposed) const {

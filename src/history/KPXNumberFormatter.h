@@ -19,7 +19,7 @@ namespace kpx {
 /// The extra tests look for the literal "-" and ".", not for the locale's signs.
 class KPXNumberFormatter {
 public:
-    KPXNumberFormatter(std::string allowedChars, bool doExtraTests);
+    KPXNumberFormatter(const std::string& allowedChars, bool doExtraTests);
 
     struct Verdict {
         bool accepted = false;

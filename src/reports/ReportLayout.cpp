@@ -29,7 +29,8 @@ constexpr std::size_t recordsPerPage = 45;
 /// very long title begins off the page.
 double titleX(const std::string& title) {
     const int roughWidth = static_cast<int>(3.0 * static_cast<double>(characterCount(title)));
-    return (static_cast<int>(pageNumberX) - roughWidth) / 2;
+    const int wholePoints = (static_cast<int>(pageNumberX) - roughWidth) / 2;
+    return wholePoints;
 }
 
 class ReportPen {
