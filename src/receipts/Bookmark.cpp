@@ -71,7 +71,7 @@ std::optional<Reference> referenceOf(const Data& bookmark, const std::filesystem
 
 /// The path as it is kept: below the data folder where the file can be named so.
 std::filesystem::path keptPath(const std::filesystem::path& file, const std::filesystem::path& dataFolder) {
-    const auto relative = file.lexically_relative(dataFolder);
+    auto relative = file.lexically_relative(dataFolder);
     if (!relative.empty() && !climbs(relative)) {
         return relative;
     }
