@@ -72,16 +72,21 @@ check_format() {
 # Of the logic; the toolkit's headers would take as long again as everything else.
 check_lint() {
     git ls-files -z --cached --others --exclude-standard -- 'src/*.cpp' ':!src/ui' ':!src/reminders' ':!src/main.cpp' |
-        xargs -0 -r -n 4 -P "$jobs" clang-tidy-16 --quiet -p build/asan
+        xargs -0 -r -n 4 -P "$jobs" clang-tidy-16 --quiet -p build/asan 2>build/lint.log && return
+    cat build/lint.log
+    return 1
 }
 
 # fuzz TARGET   the corpus in the repository is read, new inputs go to a throw-away folder
 fuzz() {
-    local target="$1" name log
+    local target="$1" name log options=()
     name="$(basename "$target")"
     log="build/$name.log"
+    if [[ -f fuzz/dictionaries/${name#fuzz_}.dict ]]; then
+        options+=("-dict=fuzz/dictionaries/${name#fuzz_}.dict")
+    fi
     mkdir -p "$throw_away/$name"
-    if "$target" -seed=1 -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+    if "$target" "${options[@]}" -seed=1 -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
         -artifact_prefix="build/$name-" "$throw_away/$name" "fuzz/corpus/${name#fuzz_}" >"$log" 2>&1; then
         echo "$name: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") inputs"
     else
