@@ -37,12 +37,12 @@ int runAgent(int argc, char** argv) {
         qWarning() << "No session bus:" << bus.lastError().message();
         return EXIT_FAILURE;
     }
+    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+                QStringLiteral("Disconnected"), &application, SLOT(quit()));
     // Whoever has the name keeps the schedule. To be second is no failure: the first does the work.
     if (!bus.registerService(agentName)) {
         return EXIT_SUCCESS;
     }
-    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
-                QStringLiteral("Disconnected"), &application, SLOT(quit()));
     auto folder = ReminderFolder::open(scheduleFolder());
     if (!folder) {
         qWarning() << "The schedule's folder cannot be made:" << scheduleFolder().c_str();
@@ -53,7 +53,8 @@ int runAgent(int argc, char** argv) {
     if (!bus.registerObject(agentPath, &agent, QDBusConnection::ExportAllSlots)) {
         return EXIT_FAILURE;
     }
-    return QCoreApplication::exec();
+    // A bus that ended before the loop below began is not announced again.
+    return bus.isConnected() ? QCoreApplication::exec() : EXIT_SUCCESS;
 }
 
 bool isEndedOnPurpose(int status) {
