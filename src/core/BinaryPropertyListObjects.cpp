@@ -209,13 +209,21 @@ private:
         return true;
     }
 
+    void append(const BinaryObject& object) {
+        std::vector<BinaryObject>& objects = m_result.objects;
+        if (objects.size() == objects.capacity()) {
+            reserveToFill(objects, std::max<std::size_t>(1024, 2 * objects.size()));
+        }
+        objects.push_back(object);
+    }
+
     bool addObject(HashedNumbers& numbers, std::uint64_t hash, BinaryObject object, Shape& shape) {
         if (isFull()) {
             return false;
         }
         shape.object = nextNumber();
         numbers.add(hash, shape.object);
-        m_result.objects.push_back(object);
+        append(object);
         return true;
     }
 
@@ -284,9 +292,7 @@ private:
         constexpr std::size_t enough = std::size_t{1} << 24;
         const Record* record = values.size() >= longList ? values.front().as<Record>() : nullptr;
         if (record && record->size() < enough / values.size()) {
-            std::vector<std::uint32_t>& references = m_result.references;
-            references.reserve(references.size() + values.size() * (record->size() + 4));
-            expectToFill(references.data(), references.capacity() * sizeof(std::uint32_t));
+            reserveToFill(m_result.references, m_result.references.size() + values.size() * (record->size() + 4));
         }
     }
 
@@ -347,7 +353,7 @@ private:
             return false;
         }
         shape = {nextNumber(), 1, 1};
-        m_result.objects.push_back({m_result.references.size(), static_cast<std::uint32_t>(size), kind});
+        append({m_result.references.size(), static_cast<std::uint32_t>(size), kind});
         m_result.references.resize(m_result.references.size() + references);
         if (!addElements(shape) || shape.height > maximumNesting) {
             return false;
