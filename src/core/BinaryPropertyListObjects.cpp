@@ -1,6 +1,5 @@
 #include "core/BinaryPropertyListObjects.h"
 
-#include "core/BinaryPropertyListMemory.h"
 #include "core/BinaryPropertyListTable.h"
 #include "core/PropertyListLimits.h"
 #include "core/PropertyListUnicode.h"
@@ -209,21 +208,13 @@ private:
         return true;
     }
 
-    void append(const BinaryObject& object) {
-        std::vector<BinaryObject>& objects = m_result.objects;
-        if (objects.size() == objects.capacity()) {
-            reserveToFill(objects, std::max<std::size_t>(1024, 2 * objects.size()));
-        }
-        objects.push_back(object);
-    }
-
     bool addObject(HashedNumbers& numbers, std::uint64_t hash, BinaryObject object, Shape& shape) {
         if (isFull()) {
             return false;
         }
         shape.object = nextNumber();
         numbers.add(hash, shape.object);
-        append(object);
+        m_result.objects.push_back(object);
         return true;
     }
 
@@ -292,43 +283,21 @@ private:
         constexpr std::size_t enough = std::size_t{1} << 24;
         const Record* record = values.size() >= longList ? values.front().as<Record>() : nullptr;
         if (record && record->size() < enough / values.size()) {
-            reserveToFill(m_result.references, m_result.references.size() + values.size() * (record->size() + 4));
+            m_result.references.reserve(m_result.references.size() + values.size() * (2 * record->size() + 4));
         }
-    }
-
-    /// Whether the record has the very keys of the one before it, in their order: most have.
-    bool hasLastKeys(const Record& record) const {
-        return record.size() == m_lastKeys.size() &&
-               std::equal(record.begin(), record.end(), m_lastKeys.begin(),
-                          [](const Record::Field& field, const void* key) { return &field.first.string() == key; });
-    }
-
-    /// Lists the references of the record's keys, or finds them listed.
-    bool addKeys(const Record& record) {
-        if (hasLastKeys(record)) {
-            return true;
-        }
-        m_lastKeys.clear();
-        m_lastKeyReferences = m_result.references.size();
-        for (const Record::Field& field : record) {
-            Shape key;
-            if (!addContent(field.first, 0, key)) {
-                return false;
-            }
-            m_result.references.push_back(key.object);
-            m_lastKeys.push_back(&field.first.string());
-        }
-        return m_lastKeyReferences <= maximumCount;
     }
 
     bool addContent(const Record& record, std::uint32_t depth, Shape& shape) {
         const std::size_t size = record.size();
-        return addContainer(record.identity(), size, 1 + size, Kind::dictionary, depth, shape, [&](Shape& own) {
-            if (!addKeys(record)) {
-                return false;
-            }
+        return addContainer(record.identity(), size, 2 * size, Kind::dictionary, depth, shape, [&](Shape& own) {
             std::uint64_t place = m_result.objects[own.object].content;
-            m_result.references[place++] = static_cast<std::uint32_t>(m_lastKeyReferences);
+            for (const Record::Field& field : record) {
+                Shape key;
+                if (!addContent(field.first, depth, key)) {
+                    return false;
+                }
+                m_result.references[place++] = key.object;
+            }
             own.places += size;
             for (const Record::Field& field : record) {
                 if (!addElement(field.second, place++, depth, own)) {
@@ -353,7 +322,7 @@ private:
             return false;
         }
         shape = {nextNumber(), 1, 1};
-        append({m_result.references.size(), static_cast<std::uint32_t>(size), kind});
+        m_result.objects.push_back({m_result.references.size(), static_cast<std::uint32_t>(size), kind});
         m_result.references.resize(m_result.references.size() + references);
         if (!addElements(shape) || shape.height > maximumNesting) {
             return false;
@@ -383,8 +352,6 @@ private:
     };
 
     BinaryObjects m_result;
-    std::vector<const void*> m_lastKeys;                // of the dictionary before, by their addresses
-    std::size_t m_lastKeyReferences = 0;                // where they are listed
     std::array<std::uint32_t, 1024> m_smallIntegers{};  // 0, the root's number, for those not met yet
     RecentTexts m_recent;
     HashedNumbers m_scalars;

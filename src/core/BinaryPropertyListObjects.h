@@ -35,8 +35,8 @@ struct BinaryObject {
 /// The objects of a binary property list, the root first. Texts and data stay in the value.
 struct BinaryObjects {
     std::vector<BinaryObject> objects;
-    /// The containers' elements by object number. Of a dictionary the first one is not an element but the
-    /// index of its keys' references, which dictionaries with the same keys share; its values follow.
+    /// The containers' elements by object number, one container after the other; of a dictionary first
+    /// the keys, then the values.
     std::vector<std::uint32_t> references;
     /// The values that the root stands for, those shared counted at each place.
     std::uint64_t places = 0;

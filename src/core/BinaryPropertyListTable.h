@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/BinaryPropertyListMemory.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -76,10 +74,7 @@ private:
 
     void grow() {
         constexpr std::size_t smallest = 256;
-        const std::size_t size = std::max(smallest, 2 * m_slots.size());
-        std::vector<std::uint64_t> old;
-        reserveToFill(old, size);
-        old.resize(size, empty);
+        std::vector<std::uint64_t> old(std::max(smallest, 2 * m_slots.size()), empty);
         old.swap(m_slots);
         for (const std::uint64_t slot : old) {
             if (slot != empty) {

@@ -1,5 +1,4 @@
 #include "core/BinaryPropertyList.h"
-#include "core/BinaryPropertyListMemory.h"
 #include "core/BinaryPropertyListObjects.h"
 #include "core/PropertyListLimits.h"
 #include "core/PropertyListUnicode.h"
@@ -33,9 +32,7 @@ public:
         }
         const unsigned offsetSize = fewestBytes(table);
         const std::size_t size = table + m_list.objects.size() * offsetSize + trailerSize;
-        m_bytes.reserve(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
-        expectToFill(m_bytes.data(), m_bytes.capacity());
-        m_bytes.resize(size + sizeof(std::uint64_t));
+        m_bytes.resize(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
         append(binaryPropertyListHeader);
         for (std::size_t index = 0; index < m_list.objects.size(); ++index) {
             fetchText(index + 12);
@@ -163,8 +160,7 @@ private:
                 break;
             case Kind::dictionary:
                 appendMarkerAndCount(0xD, object.count);
-                appendReferences(m_list.references[object.content], object.count);
-                appendReferences(object.content + 1, object.count);
+                appendReferences(object.content, 2 * std::uint64_t{object.count});
                 break;
         }
     }
