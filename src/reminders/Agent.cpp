@@ -106,11 +106,6 @@ void Agent::postNext() {
         m_posting = true;
         const Reminder after = withoutNotification(posting);
         m_server.post(after, *content, [=, this](auto notification) { posted(before, after, notification); });
-        // A server that replaces by tag can be sent the same again, so there the day counts once it answers: a kill
-        // before the message left would else put the reminder off.
-        if (!m_server.replacesByTag()) {
-            change(due, after);
-        }
     }
 }
 

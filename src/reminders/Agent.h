@@ -22,12 +22,11 @@ namespace kpx {
 /// No moment at which this process may be killed loses a reminder or shows one twice for a day:
 ///
 /// 1. What is scheduled or withdrawn is on disk before the caller gets its answer.
-/// 2. The day is recorded *before* the notification goes to the server, first as "posting", and right after
-///    the message has left, as delivered. A kill in between leaves "posting", and nobody can say whether the
-///    message got out. The next start posts again only on a server which lets it take the place of the one
-///    that may stand there already; on others it counts as delivered and comes the next day. The other order
-///    would show it twice after every kill between the two, and this one loses nothing but, at worst, one of
-///    many daily showings.
+/// 2. The day is recorded *before* the notification goes to the server, as "posting", until the server
+///    answers. After a kill in between nobody can say whether the message got out. The next start posts again
+///    only on a server which lets it take the place of the one that may stand there already; on others it
+///    counts as delivered and comes the next day. The other order would show it twice after every kill between
+///    the two, and this one loses nothing but, at worst, one of many daily showings.
 /// 3. A click is recorded before the program is told. It is told again until it withdraws the reminder.
 ///
 /// The steps of 2 and 3 are renames, which outlive the process at once and the machine some milliseconds

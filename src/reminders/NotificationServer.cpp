@@ -86,7 +86,10 @@ void NotificationServer::prepare() {
     }
     m_preparing = true;
     whenAnswered<QStringList>(this, m_bus.asyncCall(call(QStringLiteral("GetCapabilities"))),
-                              [this](const QDBusPendingReply<QStringList>& reply) {
+                              [this, owner = m_owner](const QDBusPendingReply<QStringList>& reply) {
+                                  if (owner != m_owner) {
+                                      return;  // the answer for one that is gone, or that there was none yet
+                                  }
                                   m_preparing = false;
                                   if (reply.isError()) {
                                       qWarning() << "No notification server yet:" << reply.error().message();
@@ -164,7 +167,9 @@ void NotificationServer::NotificationClosed(uint notification, uint) {
 }
 
 void NotificationServer::ownerChanged(const QString& newOwner) {
+    ++m_owner;
     m_ready = false;
+    m_preparing = false;
     m_tokens.clear();
     gone();
     answer(std::nullopt);

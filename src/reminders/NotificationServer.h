@@ -65,6 +65,7 @@ private:
     QHash<uint, QString> m_tokens;                                 // of clicks whose action has not arrived yet
     std::function<void(std::optional<std::uint32_t>)> m_answered;  // of the post under way; else empty
     int m_posts = 0;                                               // counts them, and their answers
+    int m_owner = 0;                                               // counts the servers and their ends
     bool m_ready = false;
     bool m_preparing = false;
 };

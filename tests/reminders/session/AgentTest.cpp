@@ -129,6 +129,17 @@ TEST_F(Agent, AServerThatComesLateGetsWhatIsDue) {
     EXPECT_TRUE(waitUntil([&] { return m_daemon.timesShown(QStringLiteral("text")) == 1; }));
 }
 
+TEST_F(Agent, AServerThatComesJustWhenOneIsLookedForIsUsed) {
+    m_session.startAgent(noon);
+    for (int round = 0; round < 100; ++round) {
+        const QString text = QString::number(round);
+        m_session.schedule(text.toUtf8(), past).waitForFinished();  // the agent looks for a server right after this
+        m_daemon.appear();
+        ASSERT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 1; })) << "round " << round;
+        m_daemon.disappear();
+    }
+}
+
 TEST_F(Agent, AServerThatRestartsShowsNothingTwice) {
     m_daemon.appear();
     m_session.startAgent(noon);
