@@ -2,6 +2,7 @@
 #include "core/DataFiles.h"
 #include "core/Keys.h"
 #include "core/Numbers.h"
+#include "core/PopUpTitles.h"
 #include "history/ChangeAndDelete.h"
 #include "history/HistoryRecord.h"
 #include "receipts/Bookmark.h"
@@ -10,14 +11,23 @@ namespace kpx {
 
 namespace {
 
-/// A row's value as the text a field shows; empty when the row lacks it.
+/// A row's value as the text a field shows; empty when the row lacks it, or holds what is no text and no number.
 std::string shownText(const Record& row, std::string_view column) {
     const Value* value = row.find(column);
-    if (!value) {
-        return {};
+    const auto text = value ? titleOfValue(*value) : std::nullopt;
+    return text.value_or("").string();
+}
+
+/// The row's cost as the form shows it. A file edited by hand may hold a whole number where a text belongs.
+std::string shownCost(const Record& row, const Environment& environment) {
+    const Value* cost = row.find("cost");
+    if (const auto* amount = cost ? cost->as<double>() : nullptr) {
+        return copyFormatStringForTextField(*amount, "###,###,###.00", environment);
     }
-    const Text* text = value->as<Text>();
-    return text ? text->string() : std::to_string(integerValue(*value));
+    if (const auto* whole = cost ? cost->as<std::int64_t>() : nullptr) {
+        return copyFormatStringForTextField(static_cast<double>(*whole), "###,###,###.00", environment);
+    }
+    return shownText(row, "cost");
 }
 
 /// Selects by title; a row without the value, or with one that the pop-up lacks, leaves no selection.
@@ -44,10 +54,7 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
     if (row.contains("scriptnote")) {
         outlets.scriptNoteTab1.setText(shownText(row, "scriptnote"));
     }
-    const Value* cost = row.find("cost");
-    const double* amount = cost ? cost->as<double>() : nullptr;
-    outlets.totalCostTab1.setText(amount ? copyFormatStringForTextField(*amount, "###,###,###.00", environment())
-                                         : shownText(row, "cost"));
+    outlets.totalCostTab1.setText(shownCost(row, environment()));
     if (const auto date = row.date("dispensedate")) {
         outlets.dispenseDateTab1.setDate(*date);
     }
@@ -179,7 +186,7 @@ bool KPXAppDelegate::deleteMaintFromList() {
                       showControlsEnabledAfterDelete(history ? history->size() : 0));
     rebuildHistoryTable(history);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
-    refreshPatientPopUpForShowTab1();
+    refreshPatientPopUpForShowTab1(copyUniqueNamesFromPrescHistFile(outlets.patientPopForShowTab1, MHPatientKey));
     setPatientPop(outlets.patientPopTab2);
     setPatientPop(outlets.patientPopTab3);
     setPatientPop(outlets.patientPopTab4);

@@ -2,6 +2,7 @@
 #include "core/DataFiles.h"
 #include "core/DateConversion.h"
 #include "core/Keys.h"
+#include "core/PopUpTitles.h"
 #include "history/HistoryPredicates.h"
 #include "history/HistoryRecord.h"
 
@@ -66,7 +67,7 @@ void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
     // The drug pop-up stands in the show button's place too: Show itself is switched by the tab only.
     enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,
                       &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1, true);
-    refreshPatientPopUpForShowTab1();
+    refreshPatientPopUpForShowTab1(stored ? copyUniqueKey(MHPatientKey, *stored) : std::vector<std::string>());
     patientPopUpSelected(outlets.patientPopForShowTab1, stored);
     outlets.drugNamePopForShowTab1.selectLastItem();
     for (PopUpButton* patientPop : {&outlets.patientPopTab2, &outlets.patientPopTab3, &outlets.patientPopTab4}) {
@@ -83,9 +84,8 @@ void KPXAppDelegate::rebuildHistoryTable(const std::optional<Records>& history) 
     putCountOnContent(maintArrayForTVTab1.size(), 0);
 }
 
-void KPXAppDelegate::refreshPatientPopUpForShowTab1() {
-    loadThisPopupButton(outlets.patientPopForShowTab1,
-                        copyUniqueNamesFromPrescHistFile(outlets.patientPopForShowTab1, MHPatientKey), false, true);
+void KPXAppDelegate::refreshPatientPopUpForShowTab1(std::vector<std::string> patients) {
+    loadThisPopupButton(outlets.patientPopForShowTab1, std::move(patients), false, true);
     outlets.patientPopForShowTab1.selectLastItem();
 }
 

@@ -252,7 +252,7 @@ private:
     void reportInternalErrorAndTerminate(const std::string& messageText, const std::string& operation);
     /// What every change of the history ends with on tab 1: the rows anew, in file order, and their count.
     void rebuildHistoryTable(const std::optional<Records>& history);
-    void refreshPatientPopUpForShowTab1();
+    void refreshPatientPopUpForShowTab1(std::vector<std::string> patients);
     /// Switches what a tab shows of its filter; any other tab has none.
     void gateShowControls(int tab, bool enable);
     EntryForm entryForm() const;

@@ -1,5 +1,6 @@
 #include "core/PopUpTitles.h"
 
+#include "core/FieldFinder.h"
 #include "core/Predicate.h"
 
 #include <algorithm>
@@ -47,8 +48,9 @@ std::vector<std::string> copyUniqueKey(std::string_view key, const Records& reco
     }
     std::vector<Text> distinct;
     std::unordered_set<std::string_view> seen;  // views into the distinct texts, which share their bytes
+    const FieldFinder titleField(key);
     for (const Record& record : records) {
-        const Value* value = record.find(key);
+        const Value* value = titleField.in(record);
         std::optional<Text> title = value ? titleOfValue(*value) : std::nullopt;
         if (title && seen.insert(title->view()).second) {
             distinct.push_back(*std::move(title));
@@ -60,9 +62,9 @@ std::vector<std::string> copyUniqueKey(std::string_view key, const Records& reco
 }
 
 const Record* copyDictContainingTitle(std::string_view title, std::string_view key, const Records& records) {
+    const FieldFinder titleField(key);
     const auto found = std::ranges::find_if(records, [&](const Record& record) {
-        const Value* value = record.find(key);
-        const Text* text = value ? value->as<Text>() : nullptr;
+        const Text* text = titleField.textIn(record);
         return text && text->view() == title;
     });
     return found == records.end() ? nullptr : &*found;

@@ -1,5 +1,6 @@
 #include "core/Predicate.h"
 
+#include "core/FieldFinder.h"
 #include "core/TextPattern.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace kpx {
 namespace {
 
 /// One side of a comparison: a fixed value or the key under which a record holds it.
-using Operand = std::variant<Value, Text>;
+using Operand = std::variant<Value, FieldFinder>;
 
 enum class Operator { Equal, Like, AtLeast, AtMost };
 
@@ -61,8 +62,8 @@ std::partial_ordering compareValues(const Value& left, const Value& right) {
 bool equalValues(const Value& left, const Value& right) { return compareValues(left, right) == 0 || left == right; }
 
 const Value* valueOfOperand(const Operand& operand, const Record& record) {
-    const auto* key = std::get_if<Text>(&operand);
-    return key ? record.find(*key) : &std::get<Value>(operand);
+    const auto* key = std::get_if<FieldFinder>(&operand);
+    return key ? key->in(record) : &std::get<Value>(operand);
 }
 
 }  // namespace
@@ -126,7 +127,7 @@ private:
         if (!left) {
             return std::nullopt;
         }
-        Comparison result{*std::move(left), Operator::Equal, Text(), {}, std::nullopt};
+        Comparison result{*std::move(left), Operator::Equal, Value(0), {}, std::nullopt};
         if (takeWord("like")) {
             result.comparison = Operator::Like;
             if (!takeOptions(result.folding)) {
@@ -167,7 +168,7 @@ private:
         if (take("%K")) {
             const Value argument = hasArgument() ? nextArgument() : Value(0);
             const auto* key = argument.as<Text>();
-            return key ? std::optional<Operand>(*key) : std::nullopt;
+            return key ? std::optional<Operand>(FieldFinder(*key)) : std::nullopt;
         }
         return beginsKey(first) ? key() : number();
     }
@@ -189,7 +190,7 @@ private:
             return std::nullopt;
         }
         m_rest.remove_prefix(word.size());
-        return Operand(Text(word));
+        return Operand(FieldFinder(word));
     }
 
     std::optional<Operand> number() {

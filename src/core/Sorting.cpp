@@ -1,5 +1,7 @@
 #include "core/Sorting.h"
 
+#include "core/FieldFinder.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -68,8 +70,9 @@ std::vector<std::size_t> ranksOnLevel(const Records& records, const SortDescript
     std::vector<long double> numbers;
     std::vector<long double> dates;
     std::vector<std::string_view> texts;
+    const FieldFinder sortField(descriptor.key);
     for (const Record& record : records) {
-        const Classified value = classify(record.find(descriptor.key));
+        const Classified value = classify(sortField.in(record));
         kinds.push_back(value.kind);
         if (value.kind == Kind::Text) {
             texts.push_back(value.text);

@@ -1,6 +1,7 @@
 #include "history/HistoryRecord.h"
 
 #include "core/DateUtilities.h"
+#include "core/FieldFinder.h"
 #include "core/Keys.h"
 #include "core/Numbers.h"
 
@@ -104,17 +105,26 @@ void keepUnchosenDosage(const EntryForm& form, const Record& stored, Record& cha
 }
 
 void populateMaintArray(const Records& records, Records& tvArray, const Environment& environment) {
+    const auto& columns = historyColumns();
+    const std::vector<FieldFinder> fields = [&] {
+        std::vector<FieldFinder> finders;
+        finders.reserve(columns.size());
+        for (const Column& column : columns) {
+            finders.emplace_back(column.key.view());
+        }
+        return finders;
+    }();
     tvArray.reserve(tvArray.size() + records.size());
     for (const Record& record : records) {
         Record::Fields row;
         row.reserve(record.size());
-        for (const Column& column : historyColumns()) {
-            const Value* stored = record.find(column.key);
+        for (std::size_t index = 0; index < columns.size(); ++index) {
+            const Value* stored = fields[index].in(record);
             if (!stored) {
                 continue;
             }
-            if (auto shown = rowValue(*stored, column.value, environment)) {
-                row.emplace_back(column.identifier, std::move(*shown));
+            if (auto shown = rowValue(*stored, columns[index].value, environment)) {
+                row.emplace_back(columns[index].identifier, std::move(*shown));
             }
         }
         tvArray.emplace_back(std::move(row));

@@ -1,6 +1,7 @@
 #include "schedule/RefillSchedule.h"
 
 #include "core/DateUtilities.h"
+#include "core/FieldFinder.h"
 #include "core/Keys.h"
 #include "core/Sorting.h"
 
@@ -10,53 +11,85 @@ namespace {
 
 constexpr double secondsPerDay = 86400;
 
-std::optional<Date> storedDate(const Record& record, const char* key, const Environment& environment) {
-    const auto text = record.text(key);
-    return text ? std::optional(dateFromYYMMDDStr(*text, environment)) : std::nullopt;
-}
+/// The dates of fills, one after the other; none where the record lacks what it takes.
+class FillDates {
+public:
+    explicit FillDates(const Environment& environment) : m_environment(environment) {}
 
-std::optional<Date> nextFillDate(const Record& record, const Environment& environment) {
-    const auto dispensed = storedDate(record, MHDispenseDateKey, environment);
-    if (!dispensed) {
-        return std::nullopt;
+    std::optional<Date> dispensed(const Record& record) const { return storedDate(m_dispensed, record); }
+    std::optional<Date> expiration(const Record& record) const { return storedDate(m_expiration, record); }
+    std::optional<Date> nextFill(const Record& record) const { return nextFill(record, dispensed(record)); }
+    std::optional<Date> nextFill(const Record& record, std::optional<Date> dispensed) const {
+        if (!dispensed) {
+            return std::nullopt;
+        }
+        const Value* days = m_daysSupply.in(record);
+        return dispensed->addingSeconds(static_cast<double>(days ? integerValue(*days) : 0) * secondsPerDay);
     }
-    return dispensed->addingSeconds(static_cast<double>(record.integer(MHDaysSupplyKey)) * secondsPerDay);
+
+private:
+    std::optional<Date> storedDate(const FieldFinder& field, const Record& record) const {
+        const Text* text = field.textIn(record);
+        return text ? std::optional(dateFromYYMMDDStr(*text, m_environment)) : std::nullopt;
+    }
+
+    const Environment& m_environment;
+    FieldFinder m_dispensed{MHDispenseDateKey};
+    FieldFinder m_expiration{MHExpireDateKey};
+    FieldFinder m_daysSupply{MHDaysSupplyKey};
+};
+
+/// Of each record the text under the key, empty where it has none; views of the records' own bytes.
+std::vector<std::string_view> textsOf(const Records& records, const char* key) {
+    const FieldFinder field(key);
+    std::vector<std::string_view> texts;
+    texts.reserve(records.size());
+    for (const Record& record : records) {
+        const Text* text = field.textIn(record);
+        texts.push_back(text ? text->view() : std::string_view());
+    }
+    return texts;
 }
 
 }  // namespace
 
 void removeDictsWithEarlierDispenseDate(Records& records, const Environment& environment) {
-    doSortWithArray(records, {MHPatientKey, true, Comparison::LocalizedStandard},
-                    {MHDrugKey, true, Comparison::LocalizedStandard},
-                    {MHDispenseDateKey, false, Comparison::LocalizedStandard}, environment);
-    Text patient;
-    Text drug;
-    std::erase_if(records, [&](const Record& record) {
-        const Text recordPatient = record.text(MHPatientKey).value_or(Text());
-        const Text recordDrug = record.text(MHDrugKey).value_or(Text());
-        if (recordPatient == patient && recordDrug == drug) {
-            return true;
+    const auto order = sortedOrder(records,
+                                   {{MHPatientKey, true, Comparison::LocalizedStandard},
+                                    {MHDrugKey, true, Comparison::LocalizedStandard},
+                                    {MHDispenseDateKey, false, Comparison::LocalizedStandard}},
+                                   environment);
+    const std::vector<std::string_view> patients = textsOf(records, MHPatientKey);
+    const std::vector<std::string_view> drugs = textsOf(records, MHDrugKey);
+    std::string_view patient;
+    std::string_view drug;
+    Records latest;
+    for (const std::size_t index : order) {
+        if (patients[index] != patient || drugs[index] != drug) {
+            patient = patients[index];
+            drug = drugs[index];
+            latest.push_back(records[index]);
         }
-        patient = recordPatient;
-        drug = recordDrug;
-        return false;
-    });
+    }
+    records = std::move(latest);
 }
 
 void overDueOnly(Records& records, const Environment& environment) {
+    const FillDates dates(environment);
     std::erase_if(records, [&](const Record& record) {
-        const auto expiration = storedDate(record, MHExpireDateKey, environment);
+        const auto expiration = dates.expiration(record);
         if (expiration && *expiration < environment.now) {
             return true;
         }
-        const auto nextFill = nextFillDate(record, environment);
+        const auto nextFill = dates.nextFill(record);
         return nextFill && *nextFill > environment.now;
     });
 }
 
 void expiredOnly(Records& records, const Environment& environment) {
+    const FillDates dates(environment);
     std::erase_if(records, [&](const Record& record) {
-        const auto expiration = storedDate(record, MHExpireDateKey, environment);
+        const auto expiration = dates.expiration(record);
         return expiration && *expiration > environment.now;
     });
 }
@@ -81,13 +114,17 @@ Records copyMaintDueArrayForTVFromFilteredArray(const Records& records, const En
     static const Text expirationColumn = "expiredateTabTwo";
     static const Text nextColumn = "nextdate";
 
+    const FieldFinder patient(MHPatientKey);
+    const FieldFinder drug(MHDrugKey);
+    const FieldFinder rxNumber(MHRxNumberKey);
+    const FillDates dates(environment);
     Records rows;
     rows.reserve(records.size());
     for (const Record& record : records) {
         Record::Fields row;
         row.reserve(6);
-        const auto copy = [&](const char* key, const Text& column) {
-            if (const Value* value = record.find(key)) {
+        const auto copy = [&](const FieldFinder& field, const Text& column) {
+            if (const Value* value = field.in(record)) {
                 row.emplace_back(column, *value);
             }
         };
@@ -96,12 +133,13 @@ Records copyMaintDueArrayForTVFromFilteredArray(const Records& records, const En
                 row.emplace_back(column, *date);
             }
         };
-        copy(MHPatientKey, patientColumn);
-        copy(MHDrugKey, drugColumn);
-        copy(MHRxNumberKey, rxNumberColumn);
-        put(storedDate(record, MHDispenseDateKey, environment), lastColumn);
-        put(storedDate(record, MHExpireDateKey, environment), expirationColumn);
-        put(nextFillDate(record, environment), nextColumn);
+        copy(patient, patientColumn);
+        copy(drug, drugColumn);
+        copy(rxNumber, rxNumberColumn);
+        const auto dispensed = dates.dispensed(record);
+        put(dispensed, lastColumn);
+        put(dates.expiration(record), expirationColumn);
+        put(dates.nextFill(record, dispensed), nextColumn);
         rows.emplace_back(std::move(row));
     }
     return rows;
