@@ -76,12 +76,18 @@ Date dateFromComponents(std::int64_t year, std::int64_t month, std::int64_t day,
     return currentDate(calendar);
 }
 
+/// Digits only: a part that begins with a sign or a blank counts as 0.
+std::int64_t leadingDigits(std::string_view text) {
+    const bool begins = !text.empty() && text.front() >= '0' && text.front() <= '9';
+    return begins ? leadingInteger(text) : 0;
+}
+
 Date parsedStoredDate(std::string_view text, RegionServices& services) {
     const std::size_t yearEnd = lengthOfCharacters(text, 4);
     const std::size_t monthEnd = yearEnd + lengthOfCharacters(text.substr(yearEnd), 2);
-    return dateFromComponents(leadingInteger(text.substr(0, yearEnd)),
-                              leadingInteger(text.substr(yearEnd, monthEnd - yearEnd)),
-                              leadingInteger(text.substr(monthEnd)), services);
+    return dateFromComponents(leadingDigits(text.substr(0, yearEnd)),
+                              leadingDigits(text.substr(yearEnd, monthEnd - yearEnd)),
+                              leadingDigits(text.substr(monthEnd)), services);
 }
 
 std::string twoDigits(int number) { return (number > 9 ? "" : "0") + std::to_string(number); }
@@ -105,15 +111,14 @@ constexpr std::array<UnitOfCalendar, 8> unitsBySize = {{
 }};
 
 /// The whole units from the calendar's time to the target; the calendar moves on by them.
-int takeDifference(icu::Calendar& calendar, UDate target, const UnitOfCalendar& unit) {
+std::int64_t takeDifference(icu::Calendar& calendar, UDate target, const UnitOfCalendar& unit) {
     UErrorCode status = U_ZERO_ERROR;
-    int difference = 0;
+    std::int64_t difference = 0;
     if (unit.milliseconds > 0) {
         // The library counts these in 32 bits and gives up on seconds beyond 68 years.
         const UDate start = calendar.getTime(status);
         const double whole = std::trunc((target - start) / unit.milliseconds);
-        difference = static_cast<int>(
-            std::clamp<double>(whole, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+        difference = static_cast<std::int64_t>(whole);
         calendar.setTime(start + whole * unit.milliseconds, status);
     } else if (unit.unit == CalendarUnit::Era) {
         // Eras have no common length to be taken off: the years that follow count across them.
@@ -218,14 +223,15 @@ Date dateByAddingDays(Date date, int days, int months, int years, const Environm
     return sum;
 }
 
-std::vector<int> diffDate(Date from, Date to, const std::vector<CalendarUnit>& units, const Environment& environment) {
+std::vector<std::int64_t> diffDate(Date from, Date to, const std::vector<CalendarUnit>& units,
+                                   const Environment& environment) {
     const std::unique_ptr<icu::Calendar> calendar(environment.region.services().calendarAt(from).clone());
-    std::vector<int> differences(units.size(), 0);
+    std::vector<std::int64_t> differences(units.size(), 0);
     for (const UnitOfCalendar& unit : unitsBySize) {
         if (std::ranges::find(units, unit.unit) == units.end()) {
             continue;
         }
-        const int difference = takeDifference(*calendar, millisecondsFromDate(to), unit);
+        const std::int64_t difference = takeDifference(*calendar, millisecondsFromDate(to), unit);
         for (std::size_t index = 0; index < units.size(); ++index) {
             if (units[index] == unit.unit) {
                 differences[index] = difference;

@@ -46,7 +46,8 @@ Date dateByAddingDays(Date date, int days, int months, int years, const Environm
 
 enum class CalendarUnit { Era, Year, Month, Week, Day, Hour, Minute, Second };
 /// The difference in the given units, in the order of the units given; larger units are taken first.
-std::vector<int> diffDate(Date from, Date to, const std::vector<CalendarUnit>& units, const Environment& environment);
+std::vector<std::int64_t> diffDate(Date from, Date to, const std::vector<CalendarUnit>& units,
+                                   const Environment& environment);
 
 /// The date in a formatter's pattern, such as "yyyy/MM".
 std::string componentOfDate(Date date, std::string_view format, const Environment& environment);

@@ -49,7 +49,7 @@ Json callDiffDate(Arguments& arguments, const Environment& environment) {
         }
         units.push_back(unit->second);
     }
-    const std::vector<int> differences = diffDate(arguments.date(0), arguments.date(1), units, environment);
+    const std::vector<std::int64_t> differences = diffDate(arguments.date(0), arguments.date(1), units, environment);
     Json value = Json::object();
     for (std::size_t index = 0; index < units.size(); ++index) {
         value[arguments.text(index + 2)] = differences.at(index);
