@@ -4,6 +4,8 @@
 #include "core/PopUpTitles.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace kpx {
 
@@ -35,7 +37,9 @@ std::variant<AddRefusal, AddPlan> planAddition(const Records& history, const Inp
                           localized("No Remaining Refills")};
     }
     const auto position = std::ranges::find(history, initial) - history.begin();
-    return AddPlan{remaining - 1, static_cast<std::size_t>(position)};
+    // The lowest count there is, which a file edited by hand can hold, stays.
+    const bool lowest = remaining == std::numeric_limits<std::int64_t>::min();
+    return AddPlan{lowest ? remaining : remaining - 1, static_cast<std::size_t>(position)};
 }
 
 void setRemainingRefills(Records& history, std::size_t position, std::int64_t remaining) {
