@@ -47,7 +47,9 @@ WorkspaceDouble::FileType WorkspaceDouble::typeOfFile(const std::filesystem::pat
     });
     constexpr std::array imageExtensions{".png"sv,  ".jpg"sv,  ".jpeg"sv, ".jpe"sv,  ".gif"sv,  ".bmp"sv,  ".tif"sv,
                                          ".tiff"sv, ".webp"sv, ".svg"sv,  ".svgz"sv, ".heic"sv, ".heif"sv, ".avif"sv,
-                                         ".ico"sv,  ".ppm"sv,  ".pgm"sv,  ".pbm"sv,  ".xpm"sv};
+                                         ".ico"sv,  ".ppm"sv,  ".pgm"sv,  ".pbm"sv,  ".pnm"sv,  ".xbm"sv,  ".xpm"sv,
+                                         ".dib"sv,  ".jp2"sv,  ".jpf"sv,  ".jpx"sv,  ".jxl"sv,  ".psd"sv,  ".tga"sv,
+                                         ".icns"sv, ".dng"sv,  ".xcf"sv,  ".eps"sv,  ".jfif"sv};
     if (std::ranges::find(imageExtensions, extension) != imageExtensions.end()) {
         return FileType::Image;
     }
