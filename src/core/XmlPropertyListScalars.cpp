@@ -105,27 +105,26 @@ std::optional<double> realFromXml(std::string_view text) {
 std::optional<Date> dateFromXml(std::string_view text) {
     text = trimmed(text);
     const std::optional<unsigned> year = takeDigits(text, 4);
-    const bool hasMonth = takeLiteral(text, '-');
-    const std::optional<unsigned> month = takeDigits(text, 2);
-    const bool hasDay = takeLiteral(text, '-');
-    const std::optional<unsigned> day = takeDigits(text, 2);
-    const bool hasTime = takeLiteral(text, 'T');
-    const std::optional<unsigned> hour = takeDigits(text, 2);
-    const bool hasMinute = takeLiteral(text, ':');
-    const std::optional<unsigned> minute = takeDigits(text, 2);
-    const bool hasSecond = takeLiteral(text, ':');
-    const std::optional<unsigned> second = takeDigits(text, 2);
-    if (!hasMonth || !hasDay || !hasTime || !hasMinute || !hasSecond || text != "Z" || !year || !month || !day ||
-        !hour || !minute || !second || *hour > 23 || *minute > 59 || *second > 59) {
+    std::array<unsigned, 5> smaller = {1, 1, 0, 0, 0};
+    constexpr std::array<char, 5> marks = {'-', '-', 'T', ':', ':'};
+    for (std::size_t unit = 0; unit < smaller.size() && takeLiteral(text, marks[unit]); ++unit) {
+        const std::optional<unsigned> number = takeDigits(text, 2);
+        if (!number) {
+            return std::nullopt;
+        }
+        smaller[unit] = *number;
+    }
+    const auto [month, day, hour, minute, second] = smaller;
+    if (text != "Z" || !year || hour > 23 || minute > 59 || second > 59) {
         return std::nullopt;
     }
-    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)), std::chrono::month(*month),
-                                           std::chrono::day(*day));
+    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)), std::chrono::month(month),
+                                           std::chrono::day(day));
     if (!date.ok()) {
         return std::nullopt;
     }
     const auto days = std::chrono::sys_days(date).time_since_epoch().count();
-    return Date::fromSecondsSince1970(static_cast<double>(days) * 86400 + *hour * 3600 + *minute * 60 + *second);
+    return Date::fromSecondsSince1970(static_cast<double>(days) * 86400 + hour * 3600 + minute * 60 + second);
 }
 
 std::optional<Data> dataFromXml(std::string_view text) {

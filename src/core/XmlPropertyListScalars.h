@@ -16,7 +16,8 @@ std::optional<Value> integerFromXml(std::string_view text);
 /// A decimal number with "." and an exponent, nan, inf or infinity. Null when it does not fit a double.
 std::optional<double> realFromXml(std::string_view text);
 
-/// "2024-03-31T08:15:00Z", of the Gregorian calendar also before its introduction.
+/// "2024-03-31T08:15:00Z", of the Gregorian calendar also before its introduction. Smaller units may be
+/// left out: "2024-03-31Z" is its midnight.
 std::optional<Date> dateFromXml(std::string_view text);
 
 /// Base64 with blanks and line ends anywhere.
