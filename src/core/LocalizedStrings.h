@@ -23,8 +23,8 @@ private:
     std::map<std::string, std::string, std::less<>> m_table;
 };
 
-/// The format with its placeholders ("%@", "%d", "%ld") replaced in order by the arguments, as they are.
-/// A placeholder without an argument is left empty; "%%" is a percent sign.
+/// The format with its placeholders ("%@", "%d", "%ld") replaced by the arguments, as they are: in order, or "%2$@" by
+/// the second, as translations need. A placeholder without an argument is left empty; "%%" is a percent sign.
 std::string formatted(std::string_view format, std::initializer_list<std::string_view> arguments);
 
 }  // namespace kpx
