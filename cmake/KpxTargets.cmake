@@ -11,6 +11,7 @@ if(KPX_SANITIZE)
   target_compile_options(kpx_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
   target_link_options(kpx_options INTERFACE -fsanitize=address,undefined)
+  target_compile_definitions(kpx_options INTERFACE KPX_SANITIZED)
 endif()
 
 # Qt's class compiler chokes on the C++ library's <concepts> unless it has seen this header of it first.

@@ -329,7 +329,7 @@ private:
         }
         Shape shape;
         shape.places += length;  // the keys
-        Record::Fields fields;
+        Record fields;
         fields.reserve(length);
         const std::size_t keysSize = length * m_referenceSize;
         fetchAhead(cursor.position + keysSize, length);
@@ -341,11 +341,11 @@ private:
             if (!value) {
                 return false;
             }
-            fields.emplace_back(*text, *value);
+            fields.append(*text, *value);
         }
         const std::string_view keys = m_bytes.substr(cursor.position, keysSize);
         if (keys == m_distinctKeys) {
-            finish(object, Record(std::move(fields)), shape);
+            finish(object, std::move(fields), shape);
             return true;
         }
         Record record = recordKeepingLastValues(std::move(fields));

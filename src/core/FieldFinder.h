@@ -17,9 +17,9 @@ public:
 
     /// As Record::find(): null when absent.
     const Value* in(const Record& record) const {
-        const auto fields = record.begin();
-        if (m_place < record.size() && fields[static_cast<std::ptrdiff_t>(m_place)].first == m_key) {
-            return &fields[static_cast<std::ptrdiff_t>(m_place)].second;
+        const Record::Field* const fields = record.begin();
+        if (m_place < record.size() && fields[m_place].first == m_key) {
+            return &fields[m_place].second;
         }
         return search(record);
     }

@@ -120,7 +120,7 @@ private:
 
     /// Fields up to a closing brace or the end, whichever the caller then finds missing.
     std::optional<Value> readFields(std::uint32_t depth = 1) {
-        Record::Fields fields;
+        Record fields;
         while (skipBlanks() && !m_rest.empty() && m_rest.front() != '}') {
             const std::optional<Text> key = readText();
             if (!key) {
@@ -130,7 +130,7 @@ private:
             if (!value || !take(';')) {
                 return std::nullopt;
             }
-            fields.emplace_back(*key, *std::move(value));
+            fields.append(*key, *std::move(value));
         }
         return Value(recordKeepingLastValues(std::move(fields)));
     }

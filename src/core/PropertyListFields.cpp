@@ -5,11 +5,11 @@
 namespace kpx {
 namespace {
 
-bool hasRepeatedKey(const Record::Fields& fields) {
+bool hasRepeatedKey(const Record& fields) {
     constexpr std::size_t fewFields = 24;
     if (fields.size() <= fewFields) {
         for (std::size_t index = 1; index < fields.size(); ++index) {
-            const auto earlier = fields.begin() + static_cast<std::ptrdiff_t>(index);
+            const auto* const earlier = fields.begin() + index;
             if (std::find_if(fields.begin(), earlier,
                              [&](const Record::Field& field) { return field.first == earlier->first; }) != earlier) {
                 return true;
@@ -28,21 +28,26 @@ bool hasRepeatedKey(const Record::Fields& fields) {
 
 }  // namespace
 
-Record recordKeepingLastValues(Record::Fields fields) {
+Record recordKeepingLastValues(Record fields) {
     if (!hasRepeatedKey(fields)) {
-        return Record(std::move(fields));
+        return fields;
     }
     std::unordered_map<std::string_view, std::size_t> places;
-    Record::Fields kept;
+    std::vector<const Record::Field*> last;
     for (const Record::Field& field : fields) {
-        const auto [place, isNew] = places.try_emplace(field.first.view(), kept.size());
+        const auto [place, isNew] = places.try_emplace(field.first.view(), last.size());
         if (isNew) {
-            kept.push_back(field);
+            last.push_back(&field);
         } else {
-            kept[place->second].second = field.second;
+            last[place->second] = &field;
         }
     }
-    return Record(std::move(kept));
+    Record kept;
+    kept.reserve(last.size());
+    for (const Record::Field* field : last) {
+        kept.append(field->first, field->second);
+    }
+    return kept;
 }
 
 Text TextPool::shared(std::string_view text) {

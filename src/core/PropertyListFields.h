@@ -7,9 +7,9 @@
 
 namespace kpx {
 
-/// The record of a dictionary's fields as they stand in a file. A key that occurs twice keeps its first
-/// place and its last value.
-Record recordKeepingLastValues(Record::Fields fields);
+/// The record of a dictionary's fields, appended as they stand in a file. A key that occurs twice keeps its
+/// first place and its last value.
+Record recordKeepingLastValues(Record fields);
 
 /// Gives equal texts the same bytes, for formats that spell a repeated text out each time.
 class TextPool {

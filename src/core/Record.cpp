@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory_resource>
+#include <new>
 #include <unordered_map>
 
 namespace kpx {
@@ -31,17 +33,78 @@ Value::Value(std::uint64_t number) {
     }
 }
 
-Record::Record() = default;
-Record::Record(std::initializer_list<Field> fields) : Record(Fields(fields)) {}
-Record::Record(Fields fields) : m_fields(fields.empty() ? Shared<Fields>() : Shared<Fields>(std::move(fields))) {}
+namespace {
 
-const Value* Record::find(std::string_view key) const {
-    for (const Field& field : *this) {
-        if (field.first.view() == key) {
-            return &field.second;
+/// Where records keep their fields: a hundred thousand blocks of a few sizes come and go with every reading of a
+/// history, and a pool of such blocks halves what showing it costs. Never destroyed, as records may outlive
+/// every other object.
+std::pmr::memory_resource& recordMemory() {
+#ifdef KPX_SANITIZED
+    return *std::pmr::new_delete_resource();  // a sanitizer sees through this one
+#else
+    static auto* const pool = new std::pmr::synchronized_pool_resource();
+    return *pool;
+#endif
+}
+
+}  // namespace
+
+Record::Record(std::initializer_list<Field> fields) {
+    reserve(fields.size());
+    for (const auto& [key, value] : fields) {
+        append(key, value);
+    }
+}
+
+void Record::destroy(Block* block) noexcept {
+    const std::size_t bytes = bytesOf(block->room);
+    std::destroy_n(fieldsOf(block), block->size);
+    std::destroy_at(block);
+    recordMemory().deallocate(block, bytes, alignof(Block));
+}
+
+Record::Field* Record::ownFields(std::size_t room) {
+    const bool isOwn = m_block && m_block->holders.isOne();
+    if (isOwn && room <= m_block->room) {
+        return fieldsOf(m_block);
+    }
+    if (m_block && room > m_block->room) {
+        room = std::max(room, 2 * std::size_t{m_block->room});
+    }
+    if (room > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::bad_alloc();
+    }
+    Record own;
+    own.m_block = std::construct_at(static_cast<Block*>(recordMemory().allocate(bytesOf(room), alignof(Block))));
+    own.m_block->room = static_cast<std::uint32_t>(room);
+    for (std::size_t place = 0; place < size(); ++place) {
+        Field& field = fieldsOf(m_block)[place];
+        if (isOwn) {
+            own.append(field.first, std::move(field.second));
+        } else {
+            own.append(field.first, field.second);
         }
     }
-    return nullptr;
+    *this = std::move(own);
+    return fieldsOf(m_block);
+}
+
+void Record::appendWithMoreRoom(Field field) {
+    Field* fields = ownFields(size() + 1);
+    std::construct_at(fields + size(), std::move(field));
+    ++m_block->size;
+}
+
+void Record::reserve(std::size_t count) {
+    if (count > 0) {
+        ownFields(std::max(count, size()));
+    }
+}
+
+const Value* Record::find(std::string_view key) const {
+    const auto field =
+        std::find_if(begin(), end(), [&](const Field& candidate) { return candidate.first.view() == key; });
+    return field == end() ? nullptr : &field->second;
 }
 
 std::optional<Text> Record::text(std::string_view key) const {
@@ -61,31 +124,29 @@ std::optional<Date> Record::date(std::string_view key) const {
     return date ? std::optional(*date) : std::nullopt;
 }
 
-Record::Fields& Record::mutableFields() {
-    if (!m_fields.isUnique()) {
-        m_fields = Shared<Fields>(m_fields ? *m_fields : Fields());
-    }
-    return m_fields.mutableContent();
-}
-
 void Record::set(const Text& key, Value value) {
-    Fields& fields = mutableFields();
-    const auto field = std::ranges::find(fields, key, &Field::first);
-    if (field != fields.end()) {
-        field->second = std::move(value);
+    const auto place = std::ranges::find(*this, key, &Field::first) - begin();
+    if (static_cast<std::size_t>(place) < size()) {
+        ownFields(size())[place].second = std::move(value);
     } else {
-        fields.emplace_back(key, std::move(value));
+        append(key, std::move(value));
     }
 }
 
 void Record::remove(std::string_view key) {
-    if (contains(key)) {
-        std::erase_if(mutableFields(), [&](const Field& field) { return field.first.view() == key; });
+    const auto place =
+        std::find_if(begin(), end(), [&](const Field& field) { return field.first.view() == key; }) - begin();
+    if (static_cast<std::size_t>(place) == size()) {
+        return;
     }
+    Field* fields = ownFields(size());
+    std::move(fields + place + 1, fields + size(), fields + place);
+    --m_block->size;
+    std::destroy_at(fields + size());
 }
 
 bool operator==(const Record& left, const Record& right) {
-    if (left.m_fields == right.m_fields) {
+    if (left.m_block == right.m_block) {
         return true;
     }
     if (left.size() != right.size()) {

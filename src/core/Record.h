@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -65,12 +66,25 @@ struct UniqueIdentifier {
 class Record {
 public:
     using Field = std::pair<Text, Value>;
-    using Fields = std::vector<Field>;
 
-    Record();
-    Record(std::initializer_list<Field> fields);
+    Record() = default;
     /// REQUIRES: no key occurs twice.
-    explicit Record(Fields fields);
+    Record(std::initializer_list<Field> fields);
+    Record(const Record& other) noexcept : m_block(other.m_block) {
+        if (m_block) {
+            m_block->holders.retain();
+        }
+    }
+    Record(Record&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) {}
+    Record& operator=(Record other) noexcept {
+        std::swap(m_block, other.m_block);
+        return *this;
+    }
+    ~Record() {
+        if (m_block && m_block->holders.release()) {
+            destroy(m_block);
+        }
+    }
 
     /// The value under the key, null when absent. Valid until the record is changed or destroyed.
     const Value* find(std::string_view key) const;
@@ -87,21 +101,41 @@ public:
     void set(const Text& key, Value value);
     void remove(std::string_view key);
 
-    /// The same for records that share their fields; null when it never had any.
-    const void* identity() const { return m_fields.identity(); }
+    /// Makes room for so many fields in all, so that none need move while they are appended.
+    void reserve(std::size_t count);
+    /// For building a record: a field behind the others. REQUIRES: the key is not there yet, and the value is
+    /// not this very record.
+    template <typename Content>
+    void append(const Text& key, Content&& value);
 
-    bool empty() const;
-    std::size_t size() const;
-    Fields::const_iterator begin() const;
-    Fields::const_iterator end() const;
+    /// The same for records that share their fields; null when there was never room for any.
+    const void* identity() const { return m_block; }
+
+    bool empty() const { return size() == 0; }
+    std::size_t size() const { return m_block ? m_block->size : 0; }
+    const Field* begin() const;
+    const Field* end() const;
 
     /// Equal keys with equal values, whatever their order.
     friend bool operator==(const Record& left, const Record& right);
 
 private:
-    Fields& mutableFields();
+    /// What all copies share, in one piece of memory with the fields, which stand behind it: a history has
+    /// one for every fill.
+    struct Block {
+        HolderCount holders;
+        std::uint32_t size = 0;
+        std::uint32_t room = 0;
+    };
 
-    Shared<Fields> m_fields;  // null when empty
+    static Field* fieldsOf(Block* block);
+    static std::size_t bytesOf(std::size_t room);
+    static void destroy(Block* block) noexcept;
+    /// The fields, not shared with any other record, and with room for so many.
+    Field* ownFields(std::size_t room);
+    void appendWithMoreRoom(Field field);
+
+    Block* m_block = nullptr;  // null when empty
 };
 
 /// Records in their order. Where a file could be damaged, std::optional<Records> without a value is
@@ -145,13 +179,21 @@ private:
 };
 static_assert(sizeof(Value) == 16);
 
-inline bool Record::empty() const { return size() == 0; }
-inline std::size_t Record::size() const { return m_fields ? m_fields->size() : 0; }
-inline Record::Fields::const_iterator Record::begin() const {
-    return m_fields ? m_fields->begin() : Fields::const_iterator{};
+inline Record::Field* Record::fieldsOf(Block* block) {
+    static_assert(sizeof(Block) % alignof(Field) == 0 && alignof(Field) <= alignof(Block));
+    return reinterpret_cast<Field*>(block + 1);
 }
-inline Record::Fields::const_iterator Record::end() const {
-    return m_fields ? m_fields->end() : Fields::const_iterator{};
+inline std::size_t Record::bytesOf(std::size_t room) { return sizeof(Block) + room * sizeof(Field); }
+inline const Record::Field* Record::begin() const { return m_block ? fieldsOf(m_block) : nullptr; }
+inline const Record::Field* Record::end() const { return begin() + size(); }
+
+template <typename Content>
+void Record::append(const Text& key, Content&& value) {
+    if (!m_block || m_block->size == m_block->room || !m_block->holders.isOne()) {
+        return appendWithMoreRoom(Field(key, std::forward<Content>(value)));
+    }
+    std::construct_at(fieldsOf(m_block) + m_block->size, key, std::forward<Content>(value));
+    ++m_block->size;
 }
 
 /// A number's whole part, or the leading decimal integer of a text (leadingInteger()); 0 for anything

@@ -8,18 +8,43 @@
 
 namespace kpx {
 
+/// How many hold something together; one at first. Counting is safe between threads, and without its cost as
+/// long as the program has only one.
+class HolderCount {
+public:
+    void retain() noexcept {
+        if (__libc_single_threaded) {
+            m_count.store(m_count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        } else {
+            m_count.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
+    /// Whether this was the last holder.
+    [[nodiscard]] bool release() noexcept {
+        if (__libc_single_threaded) {
+            const std::size_t left = m_count.load(std::memory_order_relaxed) - 1;
+            m_count.store(left, std::memory_order_relaxed);
+            return left == 0;
+        }
+        return m_count.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+    bool isOne() const noexcept { return m_count.load(std::memory_order_acquire) == 1; }
+
+private:
+    std::atomic<std::size_t> m_count{1};
+};
+
 /// A counted pointer to a value that its copies share; null by default.
 ///
 /// One word, where std::shared_ptr takes two: a hundred thousand records hold four million of them.
-/// Counting is safe between threads, and without its cost as long as the program has only one.
 template <typename T>
 class Shared {
 public:
     Shared() = default;
-    explicit Shared(T content) : m_block(new Block{1, std::move(content)}) {}
+    explicit Shared(T content) : m_block(new Block{{}, std::move(content)}) {}
     Shared(const Shared& other) noexcept : m_block(other.m_block) {
         if (m_block) {
-            m_block->retain();
+            m_block->holders.retain();
         }
     }
     Shared(Shared&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) {}
@@ -28,7 +53,7 @@ public:
         return *this;
     }
     ~Shared() {
-        if (m_block && m_block->release()) {
+        if (m_block && m_block->holders.release()) {
             delete m_block;
         }
     }
@@ -40,34 +65,13 @@ public:
     /// The same for copies that share their content, another for every other live one, null when null.
     const void* identity() const { return m_block; }
 
-    /// REQUIRES: isUnique().
-    T& mutableContent() { return m_block->content; }
-    bool isUnique() const { return m_block && m_block->count.load(std::memory_order_acquire) == 1; }
-
     /// The same content, or both null; equal contents of their own do not count.
     friend bool operator==(const Shared& left, const Shared& right) { return left.m_block == right.m_block; }
 
 private:
     struct Block {
-        std::atomic<std::size_t> count;
+        HolderCount holders;
         T content;
-
-        void retain() {
-            if (__libc_single_threaded) {
-                count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-            } else {
-                count.fetch_add(1, std::memory_order_relaxed);
-            }
-        }
-        /// Whether this was the last holder.
-        bool release() {
-            if (__libc_single_threaded) {
-                const std::size_t left = count.load(std::memory_order_relaxed) - 1;
-                count.store(left, std::memory_order_relaxed);
-                return left == 0;
-            }
-            return count.fetch_sub(1, std::memory_order_acq_rel) == 1;
-        }
     };
 
     Block* m_block = nullptr;

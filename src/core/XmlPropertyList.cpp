@@ -52,7 +52,7 @@ private:
     struct Container {
         bool isDictionary = false;
         std::vector<Value> values;
-        Record::Fields fields;
+        Record fields;
         std::optional<Text> key;
     };
 
@@ -180,7 +180,7 @@ private:
         }
         Container& container = m_containers.back();
         if (container.isDictionary) {
-            container.fields.emplace_back(*std::move(container.key), std::move(value));
+            container.fields.append(*std::move(container.key), std::move(value));
             container.key.reset();
         } else {
             container.values.push_back(std::move(value));

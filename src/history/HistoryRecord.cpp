@@ -116,7 +116,7 @@ void populateMaintArray(const Records& records, Records& tvArray, const Environm
     }();
     tvArray.reserve(tvArray.size() + records.size());
     for (const Record& record : records) {
-        Record::Fields row;
+        Record row;
         row.reserve(record.size());
         for (std::size_t index = 0; index < columns.size(); ++index) {
             const Value* stored = fields[index].in(record);
@@ -124,21 +124,21 @@ void populateMaintArray(const Records& records, Records& tvArray, const Environm
                 continue;
             }
             if (auto shown = rowValue(*stored, columns[index].value, environment)) {
-                row.emplace_back(columns[index].identifier, std::move(*shown));
+                row.append(columns[index].identifier, std::move(*shown));
             }
         }
-        tvArray.emplace_back(std::move(row));
+        tvArray.push_back(std::move(row));
     }
 }
 
 Record copyDictForSearchingDataFileArray(const Record& row, const Environment& environment) {
-    Record::Fields record;
+    Record record;
     for (const Column& column : historyColumns()) {
         if (const Value* shown = row.find(column.identifier)) {
-            record.emplace_back(column.key, storedValue(*shown, column.value, environment));
+            record.append(column.key, storedValue(*shown, column.value, environment));
         }
     }
-    return Record(std::move(record));
+    return record;
 }
 
 }  // namespace kpx

@@ -24,15 +24,15 @@ auto recordNamed(const ListKind& kind, const Records& records, const std::string
 
 void populateSheetArray(const ListKind& kind, const Records& records, Records& tvArray) {
     for (const Record& record : records) {
-        Record::Fields row;
+        Record row;
         for (const auto& [column, key] : kind.columns) {
             if (const Value* value = record.find(key)) {
-                row.emplace_back(column, *value);
+                row.append(column, *value);
             } else if (kind.rowStopsAtMissingValue) {
                 break;
             }
         }
-        tvArray.emplace_back(std::move(row));
+        tvArray.push_back(std::move(row));
     }
 }
 

@@ -121,16 +121,16 @@ Records copyMaintDueArrayForTVFromFilteredArray(const Records& records, const En
     Records rows;
     rows.reserve(records.size());
     for (const Record& record : records) {
-        Record::Fields row;
+        Record row;
         row.reserve(6);
         const auto copy = [&](const FieldFinder& field, const Text& column) {
             if (const Value* value = field.in(record)) {
-                row.emplace_back(column, *value);
+                row.append(column, *value);
             }
         };
         const auto put = [&](std::optional<Date> date, const Text& column) {
             if (date) {
-                row.emplace_back(column, *date);
+                row.append(column, *date);
             }
         };
         copy(patient, patientColumn);
@@ -140,7 +140,7 @@ Records copyMaintDueArrayForTVFromFilteredArray(const Records& records, const En
         put(dispensed, lastColumn);
         put(dates.expiration(record), expirationColumn);
         put(dates.nextFill(record, dispensed), nextColumn);
-        rows.emplace_back(std::move(row));
+        rows.push_back(std::move(row));
     }
     return rows;
 }

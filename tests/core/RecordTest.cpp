@@ -33,14 +33,35 @@ TEST(Record, EqualsWhateverTheOrderOfItsKeys) {
 }
 
 TEST(Record, EqualsWithVeryManyKeysInAnotherOrder) {
-    Record::Fields forward;
-    for (int index = 0; index < 100000; ++index) {
-        forward.emplace_back(std::to_string(index), index);
+    constexpr int count = 100000;
+    Record forward;
+    Record backward;
+    for (int index = 0; index < count; ++index) {
+        forward.append(std::to_string(index), index);
+        backward.append(std::to_string(count - 1 - index), count - 1 - index);
     }
-    Record::Fields backward(forward.rbegin(), forward.rend());
-    EXPECT_EQ(Record(forward), Record(backward));
-    backward[5].second = -1;
-    EXPECT_FALSE(Record(forward) == Record(backward));
+    EXPECT_EQ(forward, backward);
+    backward.set("5", -1);
+    EXPECT_FALSE(forward == backward);
+}
+
+TEST(Record, IsBuiltFieldByField) {
+    Record record;
+    record.reserve(0);
+    EXPECT_EQ(record.identity(), nullptr);
+    record.reserve(2);
+    record.append("a", 1);
+    const Record::Field* const first = record.begin();
+    record.append("b", "x");
+    EXPECT_EQ(record.begin(), first) << "there was room";
+
+    const Record copy = record;
+    record.append("c", copy);
+    record.append("d", *record.find("b"));
+    EXPECT_EQ(copy, (Record{{"a", 1}, {"b", "x"}}));
+    EXPECT_EQ(record, (Record{{"a", 1}, {"b", "x"}, {"c", copy}, {"d", "x"}}));
+    record.reserve(1);
+    EXPECT_EQ(record.size(), 4U);
 }
 
 TEST(Record, SharesItsFieldsUntilOneIsChanged) {

@@ -158,7 +158,7 @@ Prescription makePrescription(const Household& household, std::chrono::sys_days 
 }
 
 Record makeFill(const Prescription& prescription, std::chrono::sys_days day, Dice& dice) {
-    Record::Fields fields = {
+    Record fill = {
         {MHPatientKey, prescription.patient},
         {MHPharmacyKey, prescription.pharmacy},
         {MHDrugKey, prescription.drug},
@@ -177,14 +177,13 @@ Record makeFill(const Prescription& prescription, std::chrono::sys_days day, Dic
         {MHFillTypeKey, prescription.isNew ? fillTypeInitial : fillTypeRefill},
     };
     if (dice.below(12) == 0) {
-        fields.emplace_back(MHReceiptKey, makeReceipt(dice));
+        fill.append(MHReceiptKey, makeReceipt(dice));
     }
     if (dice.below(3) == 0) {
         const std::string note = dice.oneOf(notes);
-        fields.emplace_back(MHNoteKey,
-                            dice.below(2) == 0 ? note : format("%s (no. %zu)", note.c_str(), dice.below(100000)));
+        fill.append(MHNoteKey, dice.below(2) == 0 ? note : format("%s (no. %zu)", note.c_str(), dice.below(100000)));
     }
-    return Record(std::move(fields));
+    return fill;
 }
 
 }  // namespace
