@@ -96,12 +96,13 @@ struct Predicate::Comparison {
 
 private:
     bool isLike(const Value& leftValue, const Value& rightValue) const {
-        const auto* text = leftValue.as<Text>();
         const auto* patternText = rightValue.as<Text>();
-        if (!text || !patternText) {
+        if (!patternText) {
             return false;
         }
-        return pattern ? pattern->matches(*text) : TextPattern(*patternText, folding).matches(*text);
+        const auto* text = leftValue.as<Text>();
+        const std::string_view compared = text ? text->view() : "";  // so that what is no text still matches "*"
+        return pattern ? pattern->matches(compared) : TextPattern(*patternText, folding).matches(compared);
     }
 };
 
