@@ -58,9 +58,10 @@ void HandOver::give(const Reminder& reminder, const ReminderContent& content, co
         if (!watcher->isError()) {
             return;
         }
-        qWarning() << "The program did not take the clicked reminder:" << watcher->error().message();
         if (isNotRunning(watcher->error())) {
             startFromBeside();
+        } else {
+            qWarning() << "The program did not take the clicked reminder:" << watcher->error().message();
         }
     });
 }

@@ -84,6 +84,12 @@ void Guide::pictureOf(QWidget& window, const QString& name) {
     require(window.grab().save(file(name, QStringLiteral(".png"))), QStringLiteral("cannot write ") + name);
 }
 
+void Guide::pictureOfScreen(const QString& name, const QRect& area) {
+    QTest::qWait(settleMilliseconds);
+    require(QGuiApplication::primaryScreen()->grabWindow(0).copy(area).save(file(name, QStringLiteral(".png"))),
+            QStringLiteral("cannot write ") + name);
+}
+
 QString Guide::file(const QString& name, const QString& ending) const {
     return m_folder + QLatin1Char('/') + name + m_suffix + ending;
 }

@@ -25,6 +25,8 @@ public:
     void picture(const QString& name);
     /// One window alone.
     void pictureOf(QWidget& window, const QString& name);
+    /// What is on the screen, other programs' windows too; all of it, or an area in pixels of the screen.
+    void pictureOfScreen(const QString& name, const QRect& area = {});
     /// The path of a file of the tour.
     QString file(const QString& name, const QString& ending) const;
 

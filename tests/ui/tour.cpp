@@ -5,6 +5,7 @@
 #include "tests/ui/Guide.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/MadeReceipts.h"
+#include "tests/ui/ReminderStory.h"
 #include "tests/ui/Story.h"
 
 #include <QApplication>
@@ -140,7 +141,8 @@ constexpr void (*chapters[])(Guide&) = {openOnHistory,
                                         keepAReceipt,
                                         startEmpty,
                                         kpx::test::liveAWholeStory,
-                                        kpx::test::printAllReports};
+                                        kpx::test::printAllReports,
+                                        kpx::test::beReminded};
 
 int takeTour(int argc, char** argv, const QString& folder, const QString& suffix) {
     QApplication application(argc, argv);
