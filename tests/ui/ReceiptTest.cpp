@@ -68,6 +68,9 @@ private Q_SLOTS:
             KPXReceiptView::Content content;
         } rows[] = {
             {writePicture(QStringLiteral("till receipt.png"), {300, 500}, 0xff205080), KPXReceiptView::Content::Image},
+            {writePicture(QStringLiteral("fax.tiff"), {300, 500}, 0xff205080), KPXReceiptView::Content::Image},
+            {writePicture(QStringLiteral("sent by phone.webp"), {300, 500}, 0xff205080),
+             KPXReceiptView::Content::Image},
             {writePhotoOnItsSide(QStringLiteral("photo.jpg"), {400, 200}), KPXReceiptView::Content::Image},
             {writeBytes(QStringLiteral("Quittung für Zoë.svg"),
                         "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='40'>"
@@ -99,6 +102,22 @@ private Q_SLOTS:
             QTest::keyClick(&popover(), Qt::Key_Escape);
             QTRY_VERIFY(!popover().isVisible());
         }
+    }
+
+    void showsWhatWasScannedAnewUnderTheSameName() {
+        const auto dropped = [this](const QString& file, QRgb colour) {
+            Drag drag({address(file)});
+            return drag.over(&dropButton()) && drag.drop() == QStringLiteral("link") && QTest::qWaitFor([&] {
+                       const QImage picture = dropButton().picture();
+                       return !picture.isNull() && picture.pixel(picture.rect().center()) == colour;
+                   });
+        };
+        constexpr QRgb blue = 0xff205080;
+        constexpr QRgb red = 0xff802020;
+        const QString file = writePicture(QStringLiteral("scan.png"), {300, 500}, blue);
+        QVERIFY(dropped(file, blue));
+        QCOMPARE(writePicture(QStringLiteral("scan.png"), {300, 500}, red), file);
+        QVERIFY(dropped(file, red));
     }
 
     void refusesOtherThingsAtTheEdge() {

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QIcon>
 #include <QSignalBlocker>
@@ -44,6 +45,19 @@ void showReceipt(const QString& file, DropButton& widget, ReceiptLoader& loader)
     loader.load(file, widget.sizeHint() * widget.devicePixelRatioF());
 }
 
+/// The file as it stands now: one that was scanned anew under its name is another picture.
+struct ReceiptFile {
+    std::string path;
+    qint64 size = 0;
+    QDateTime modified;
+    bool operator==(const ReceiptFile&) const = default;
+};
+
+ReceiptFile receiptFileAt(const std::string& path) {
+    const QFileInfo file(qstring(path));
+    return path.empty() ? ReceiptFile() : ReceiptFile{path, file.size(), file.lastModified()};
+}
+
 std::function<void()> clickOf(Button& control, std::function<void()> beforeClick) {
     return [&control, before = std::move(beforeClick)] {
         before();
@@ -74,12 +88,12 @@ void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
 }
 
 void bind(KPXDropButton& control, DropButton& widget, std::function<void()> beforeClick) {
-    auto shown = std::make_shared<std::string>();
+    auto shown = std::make_shared<ReceiptFile>();
     auto* loader = new ReceiptLoader(&widget);
     QObject::connect(loader, &ReceiptLoader::loaded, &widget, &DropButton::setPicture);
     control.changed = [&control, &widget, shown, loader] {
-        if (*shown != control.image()) {
-            *shown = control.image();
+        if (ReceiptFile file = receiptFileAt(control.image()); *shown != file) {
+            *shown = std::move(file);
             showReceipt(qstring(control.image()), widget, *loader);
         }
         widget.setDragInside(control.dragInside());
