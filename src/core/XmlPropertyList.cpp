@@ -137,13 +137,14 @@ private:
     }
 
     bool endContainer() {
-        Container container = std::move(m_containers.back());
-        m_containers.pop_back();
+        Container& container = m_containers.back();
         if (container.key) {
             return false;  // a key without a value
         }
-        return container.isDictionary ? add(recordKeepingLastValues(std::move(container.fields)))
-                                      : add(Array(std::move(container.values)));
+        Value value = container.isDictionary ? Value(recordKeepingLastValues(std::move(container.fields)))
+                                             : Value(Array(std::move(container.values)));
+        m_containers.pop_back();
+        return add(std::move(value));
     }
 
     template <typename T>
@@ -180,7 +181,7 @@ private:
         }
         Container& container = m_containers.back();
         if (container.isDictionary) {
-            container.fields.append(*std::move(container.key), std::move(value));
+            container.fields.append(*container.key, std::move(value));
             container.key.reset();
         } else {
             container.values.push_back(std::move(value));
