@@ -60,10 +60,14 @@ private:
         std::uint64_t places = 1;
     };
 
-    /// Not mixed: what was made one after the other shall stand near to each other in the table too.
+    /// Mixed page by page only: what was made one after the other shall stand near to each other in the table
+    /// too, and pages that lie a round distance apart shall not.
     static std::uint64_t hashOfAddress(const void* address) {
         constexpr unsigned spaceOfAContainer = 7;
-        return reinterpret_cast<std::uintptr_t>(address) >> spaceOfAContainer;
+        constexpr unsigned spaceOfAPage = 12;
+        constexpr std::uint64_t inPage = (1U << (spaceOfAPage - spaceOfAContainer)) - 1;
+        const auto bits = reinterpret_cast<std::uintptr_t>(address);
+        return (hashOfNumber(bits >> spaceOfAPage) & ~inPage) | (bits >> spaceOfAContainer & inPage);
     }
 
     bool isFull() const { return m_result.objects.size() >= maximumCount; }

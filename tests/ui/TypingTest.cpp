@@ -1,11 +1,14 @@
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/Conversions.h"
+#include "ui/views/AlertBox.h"
 
 #include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <memory>
 
@@ -91,7 +94,47 @@ private Q_SLOTS:
         QVERIFY(ofDay < 0.002 || ofDay > 3599.998);
     }
 
+    void theWheelLeavesADateAloneAndTakesNoFocus() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        const QDate before = date->date();
+        field("rxNumberTab1")->setFocus();
+        const QPointF middle = date->rect().center();
+        QWheelEvent wheel(middle, date->mapToGlobal(middle), {}, QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(date, &wheel);
+        QCOMPARE(date->date(), before);
+        QVERIFY(field("rxNumberTab1")->hasFocus());
+    }
+
+    void aYearOfTwoDigitsIsOfThisCentury() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        typeYear(*date, QStringLiteral("24"));
+        QTest::keyClick(date, Qt::Key_Tab);
+        QCOMPARE(date->date().year(), 2024);
+        QCOMPARE(qdateTime(outlets().dispenseDateTab1.date()).date().year(), 2024);
+    }
+
+    void aDateTypedInPartIsReadBeforeAButtonActs() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        typeYear(*date, QStringLiteral("24"));
+        QVERIFY(date->hasFocus());
+        // Refused, as the form is empty; the date is read all the same.
+        QTest::keyClick(&m_program->window(), Qt::Key_A, Qt::AltModifier);
+        QTRY_COMPARE(qdateTime(outlets().dispenseDateTab1.date()).date().year(), 2024);
+        AlertBox* alert = waitForAlert();
+        QVERIFY(alert);
+        QTest::keyClick(alert, Qt::Key_Return);
+    }
+
 private:
+    static void typeYear(QDateTimeEdit& date, const QString& digits) {
+        date.setFocus();
+        date.setSelectedSection(QDateTimeEdit::YearSection);
+        for (const QChar digit : digits) {
+            QTest::keyClick(&date, digit.toLatin1());
+        }
+    }
+
     Outlets& outlets() { return m_program->delegate().outlets; }
     QLineEdit* field(const char* name) { return widgetNamed<QLineEdit>(m_program->window(), name); }
     QPushButton* button(const char* name) { return widgetNamed<QPushButton>(m_program->window(), name); }

@@ -14,6 +14,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <memory>
 
@@ -74,6 +75,50 @@ private Q_SLOTS:
         QTest::keyClick(sheet, Qt::Key_Escape);
         QTRY_VERIFY(!sheet->isVisible());
         QVERIFY(!m_program->delegate().outlets.theFilterSheetTab1.isOpen());
+    }
+
+    void aSheetOpensOnItsFirstFieldEachTime() {
+        writeSmallHousehold();
+        start();
+        auto* sheet = find<SheetDialog>("theFilterSheetTab1");
+        for (int time = 0; time < 2; ++time) {
+            QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
+            QTRY_VERIFY(sheet->isVisible());
+            QVERIFY(QTest::qWaitForWindowActive(sheet));
+            QTRY_VERIFY(find<QWidget>("patientPopForShowTab1")->hasFocus());
+            find<QWidget>("closeBtnFilterSheet")->setFocus();
+            QTest::keyClick(sheet, Qt::Key_Escape);
+            QTRY_VERIFY(!sheet->isVisible());
+        }
+    }
+
+    void anAddedEntryMakesRoomForTheNextOne() {
+        writeSmallHousehold();
+        start();
+        m_program->delegate().outlets.drugPopTab1.userChoose(m_program->delegate().outlets.drugPopTab1.numberOfItems() -
+                                                             1);
+        auto* sheet = find<SheetDialog>("theDrugSheet");
+        QTRY_VERIFY(sheet->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        type(*find<QLineEdit>("drugNameDrugSheet"), QStringLiteral("Aspirin"));
+        find<QWidget>("drugDescDrugSheet")->setFocus();
+        type(*find<QLineEdit>("drugDescDrugSheet"), QStringLiteral("Against pain"));
+        QTest::keyClick(sheet, Qt::Key_A, Qt::AltModifier);
+        QTRY_VERIFY(find<QLineEdit>("drugNameDrugSheet")->text().isEmpty()); qDebug() << sheet->focusWidget() << QApplication::focusWidget() << find<QLineEdit>("drugDescDrugSheet")->text();
+        QTRY_VERIFY(find<QWidget>("drugNameDrugSheet")->hasFocus());
+        QVERIFY(find<QLineEdit>("drugDescDrugSheet")->text().isEmpty());
+        QTest::keyClick(sheet, Qt::Key_Escape);
+    }
+
+    void theWheelSelectsNoTab() {
+        writeSmallHousehold();
+        start();
+        auto* tabs = find<QTabWidget>("theTabView")->tabBar();
+        const QPointF middle = tabs->tabRect(0).center();
+        QWheelEvent wheel(middle, tabs->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(tabs, &wheel);
+        QCOMPARE(tabs->currentIndex(), 0);
     }
 
     void theCalendarSetsTheDayAndKeepsTheTime() {

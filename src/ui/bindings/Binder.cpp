@@ -153,9 +153,13 @@ QWidget* Binder::widgetForWindow(const std::string& name) const {
 }
 
 void Binder::endEditing() const {
-    const QWidget* focused = QApplication::focusWidget();
+    QWidget* focused = QApplication::focusWidget();
     if (!focused) {
         return;
+    }
+    if (auto* day = qobject_cast<QDateTimeEdit*>(focused)) {
+        // A date typed in part is only read when its field is left.
+        day->interpretText();
     }
     if (auto* field = dynamic_cast<TextField*>(m_delegate.outlets.find(utf8(focused->objectName())))) {
         field->userEndEditing();

@@ -372,6 +372,9 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
             return Qt::AlignLeft | Qt::AlignVCenter;
         case SH_EtchDisabledText:
             return 0;
+        // Selecting a tab is an act with consequences, such as a warning; scrolling across it is none.
+        case SH_TabBar_AllowWheelScrolling:
+            return 0;
         default:
             return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

@@ -16,6 +16,8 @@ PopUpCombo::PopUpCombo(QWidget* parent) : QComboBox(parent) {
     setMinimumContentsLength(6);
     setMaxVisibleItems(16);
     view()->setTextElideMode(Qt::ElideMiddle);
+    // By default the wheel would take the focus.
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 void PopUpCombo::showPopup() {

@@ -5,7 +5,8 @@
 namespace kpx {
 
 /// A sheet of the main window. Escape and its title bar's button close it as its Close button would;
-/// Return presses nothing.
+/// Return presses nothing. Each time it opens, its first field has the focus, and again once an entry was
+/// stored and its fields stand empty for the next one.
 class SheetDialog : public QDialog {
     Q_OBJECT
 
@@ -15,6 +16,15 @@ public:
     void reject() override;
     /// Hides it without asking the Close button.
     void endSheet();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QWidget* firstField() const;
+    void returnToAnEmptyFirstField();
+
+    bool m_wasShown = false;
 };
 
 }  // namespace kpx
