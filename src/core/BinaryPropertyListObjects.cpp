@@ -1,5 +1,6 @@
 #include "core/BinaryPropertyListObjects.h"
 
+#include "core/BinaryPropertyListMemory.h"
 #include "core/BinaryPropertyListTable.h"
 #include "core/PropertyListLimits.h"
 #include "core/PropertyListUnicode.h"
@@ -287,7 +288,9 @@ private:
         constexpr std::size_t enough = std::size_t{1} << 24;
         const Record* record = values.size() >= longList ? values.front().as<Record>() : nullptr;
         if (record && record->size() < enough / values.size()) {
-            m_result.references.reserve(m_result.references.size() + values.size() * (2 * record->size() + 4));
+            std::vector<std::uint32_t>& references = m_result.references;
+            references.reserve(references.size() + values.size() * (2 * record->size() + 4));
+            expectToFill(references.data(), references.capacity() * sizeof(std::uint32_t));
         }
     }
 

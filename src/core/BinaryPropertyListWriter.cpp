@@ -1,4 +1,5 @@
 #include "core/BinaryPropertyList.h"
+#include "core/BinaryPropertyListMemory.h"
 #include "core/BinaryPropertyListObjects.h"
 #include "core/PropertyListLimits.h"
 #include "core/PropertyListUnicode.h"
@@ -32,7 +33,9 @@ public:
         }
         const unsigned offsetSize = fewestBytes(table);
         const std::size_t size = table + m_list.objects.size() * offsetSize + trailerSize;
-        m_bytes.resize(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
+        m_bytes.reserve(size + sizeof(std::uint64_t));  // appendNumber() touches some bytes more
+        expectToFill(m_bytes.data(), m_bytes.capacity());
+        m_bytes.resize(size + sizeof(std::uint64_t));
         append(binaryPropertyListHeader);
         for (std::size_t index = 0; index < m_list.objects.size(); ++index) {
             fetchText(index + 12);
