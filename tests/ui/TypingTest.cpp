@@ -114,6 +114,25 @@ private Q_SLOTS:
         QCOMPARE(qdateTime(outlets().dispenseDateTab1.date()).date().year(), 2024);
     }
 
+    void aDateIsTypedWithItsSeparators() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        QCOMPARE(date->displayFormat(), QStringLiteral("M/d/yyyy"));
+        const struct {
+            const char* typed;
+            QDate day;
+        } rows[] = {{"2/14/2025", {2025, 2, 14}},
+                    {"12/1/24", {2024, 12, 1}},
+                    {"1/31/2026", {2026, 1, 31}},
+                    {"3/5/2023", {2023, 3, 5}}};
+        for (const auto& row : rows) {
+            date->setFocus();
+            date->setSelectedSection(QDateTimeEdit::MonthSection);
+            type(*date, QString::fromLatin1(row.typed));
+            QTest::keyClick(date, Qt::Key_Tab);
+            QCOMPARE(date->date(), row.day);
+        }
+    }
+
     void aDateTypedInPartIsReadBeforeAButtonActs() {
         auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
         typeYear(*date, QStringLiteral("24"));

@@ -9,6 +9,7 @@
 #include "ui/bindings/PopUpButtonBinding.h"
 #include "ui/bindings/TableBinding.h"
 #include "ui/bindings/TextFieldBinding.h"
+#include "ui/views/DayField.h"
 #include "ui/views/DropButton.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
@@ -157,9 +158,9 @@ void Binder::endEditing() const {
     if (!focused) {
         return;
     }
-    if (auto* day = qobject_cast<QDateTimeEdit*>(focused)) {
+    if (auto* day = qobject_cast<DayField*>(focused)) {
         // A date typed in part is only read when its field is left.
-        day->interpretText();
+        day->readText();
     }
     if (auto* field = dynamic_cast<TextField*>(m_delegate.outlets.find(utf8(focused->objectName())))) {
         field->userEndEditing();

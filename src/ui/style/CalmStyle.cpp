@@ -107,12 +107,14 @@ void drawDropDown(const QStyleOption* option, QPainter* painter) {
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
 }
 
-/// A plain frame is a card: raised ground with a thin edge. Around a list only the edge is drawn.
+/// A plain frame is a card: raised ground with a thin edge. Around a list only the edge is drawn; it shows
+/// that the keyboard leads there, for a list without a current row could not.
 void drawPanel(const QStyleOption* option, QPainter* painter, const QWidget* widget) {
     const bool card = !qobject_cast<const QAbstractScrollArea*>(widget);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(option->palette.color(QPalette::Midlight), 1));
+    const bool focus = !card && isOn(option, QStyle::State_HasFocus) && isOn(option, QStyle::State_KeyboardFocusChange);
+    painter->setPen(QPen(option->palette.color(focus ? QPalette::Highlight : QPalette::Midlight), 1));
     painter->setBrush(card ? QBrush(option->palette.color(QPalette::Active, QPalette::Base)) : QBrush(Qt::NoBrush));
     const double corner = card ? 8 : 3;
     painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
@@ -300,6 +302,15 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         drawField(option, painter, isOn(option, State_HasFocus));
         return;
     }
+    if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        control == CC_ToolButton && tool && widget &&
+        widget->objectName() == QStringLiteral("qt_calendar_monthbutton")) {
+        // The arrow of its menu would lie in its name. Like the year beside it, it lights up under the mouse.
+        QStyleOptionToolButton plain(*tool);
+        plain.features &= ~QStyleOptionToolButton::HasMenu;
+        QProxyStyle::drawComplexControl(control, &plain, painter, widget);
+        return;
+    }
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar) {
         drawScrollBar(*bar, scrollBarSlider(*bar), *painter);
         return;
@@ -444,6 +455,10 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, 
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element == SE_LineEditContents && frame && frame->lineWidth > 0) {
         return rect.adjusted(4, 0, -4, 0);
+    }
+    if (element == SE_LineEditContents && frame && isOn(option, State_ReadOnly)) {
+        // A text among labels stands flush with them; the field itself keeps two pixels to its edge.
+        return rect.adjusted(-2, 0, 2, 0);
     }
     return rect;
 }
