@@ -81,7 +81,11 @@ private Q_SLOTS:
         ports().alerts.beginSheet(
             mainWindow, question, [this](int code) { m_answers.push_back(code); }, [&helped] { ++helped; });
         AlertBox* box = waitForAlert();
-        QTest::mouseClick(box->buttons().constLast(), Qt::LeftButton);
+        QAbstractButton* help = box->buttons().constLast();
+        // The text of a deletion speaks of "the '?' button".
+        QCOMPARE(help->text(), QStringLiteral("?"));
+        QCOMPARE(help->accessibleName(), QStringLiteral("Help"));
+        QTest::mouseClick(help, Qt::LeftButton);
         QCOMPARE(helped, 1);
         QVERIFY(box->isVisible());
         QVERIFY(m_answers.empty());
@@ -101,6 +105,18 @@ private Q_SLOTS:
         QVERIFY(message->font().bold());
         QCOMPARE(body->textFormat(), Qt::PlainText);
         QCOMPARE(body->text(), QStringLiteral("One <i>drug</i>\n\nTwo"));
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+
+    void aNameWithoutBlanksIsReadWhole() {
+        const std::string name(150, 'M');
+        begin(alert(("Rx Number: \"" + name + "\"\rexists already").c_str()));
+        AlertBox* box = waitForAlert();
+        auto* message = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const QRect needed =
+            message->fontMetrics().boundingRect(QRect(0, 0, message->width(), 2000), Qt::TextWordWrap, message->text());
+        QVERIFY2(needed.width() <= message->width(), qPrintable(QString::number(needed.width())));
+        QVERIFY(needed.height() <= message->height());
         QTest::keyClick(box, Qt::Key_Return);
     }
 

@@ -11,8 +11,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -107,6 +109,21 @@ private Q_SLOTS:
         QTRY_VERIFY(find<QWidget>("drugNameDrugSheet")->hasFocus());
         QVERIFY(find<QLineEdit>("drugDescDrugSheet")->text().isEmpty());
         QTest::keyClick(sheet, Qt::Key_Escape);
+    }
+
+    void eachListShowsAllItsColumns() {
+        writeSmallHousehold();
+        start();
+        for (const char* list : {"Drug", "patient", "pharmacy", "Prescriber"}) {
+            const QByteArray name(list);
+            auto* sheet = find<SheetDialog>(("the" + name + "Sheet").constData());
+            QVERIFY2(sheet, list);
+            sheet->open();
+            QTRY_VERIFY(sheet->isVisible());
+            auto* table = find<QTableView>(("tableView" + name + "Sheet").constData());
+            QTRY_VERIFY2(table->horizontalScrollBar()->maximum() == 0, list);
+            sheet->endSheet();
+        }
     }
 
     void theWheelSelectsNoTab() {

@@ -14,8 +14,28 @@ namespace {
 
 constexpr int comfortableWidth = 420;
 
+/// The text with places, which are not seen, where a name without blanks may break. Lines break between words
+/// only, and the rest of such a name would lie outside the box.
+QString withBreaks(const QString& text) {
+    constexpr int longestUnbroken = 40;
+    constexpr QChar zeroWidthSpace(0x200B);
+    QString broken;
+    int unbroken = 0;
+    for (const QChar character : text) {
+        unbroken = character.isSpace() ? 0 : unbroken + 1;
+        if (unbroken > longestUnbroken && !character.isLowSurrogate() && !character.isMark()) {
+            broken.append(zeroWidthSpace);
+            unbroken = 1;
+        }
+        broken.append(character);
+    }
+    return broken;
+}
+
 /// Texts separate their paragraphs by carriage returns.
-QString lines(const std::string& text) { return qstring(text).replace(QLatin1Char('\r'), QLatin1Char('\n')); }
+QString lines(const std::string& text) {
+    return withBreaks(qstring(text).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+}
 
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {
@@ -76,7 +96,10 @@ void AlertBox::addButtons(const Alert& alert) {
         setEscapeButton(m_buttons[static_cast<std::size_t>(m_escapeIndex)]);
     }
     if (alert.showsHelp) {
-        QPushButton* help = addButton(tr("Help"), HelpRole);
+        // The texts call it the '?' button.
+        QPushButton* help = addButton(QStringLiteral("?"), HelpRole);
+        help->setAccessibleName(tr("Help"));
+        help->setToolTip(tr("Help"));
         help->setAutoDefault(false);
         // The box would close on any of its buttons.
         help->disconnect(SIGNAL(clicked(bool)));

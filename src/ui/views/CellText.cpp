@@ -19,6 +19,7 @@ constexpr std::array<std::string_view, 6> numberColumns = {"dayssupply", "refill
 constexpr std::array<std::string_view, 5> dateColumns = {"dispensedate", "expiredate", "lastdate", "nextdate",
                                                          "expiredateTabTwo"};
 constexpr std::array<std::string_view, 4> longColumns = {"scriptnote", "Drugdesc", "patientaddress", "provnotes"};
+constexpr std::array<std::string_view, 3> shortColumns = {"patientcity", "patientstate", "patientpostal"};
 
 template <std::size_t size>
 bool contains(const std::array<std::string_view, size>& columns, const std::string& column) {
@@ -62,6 +63,9 @@ int usualCharacters(const std::string& column) {
     }
     if (contains(longColumns, column)) {
         return 30;
+    }
+    if (contains(shortColumns, column)) {
+        return 14;
     }
     return column == "filltype" ? 8 : column == "scriptnum" || column == "rxnumTabTwo" ? 13 : 20;
 }
