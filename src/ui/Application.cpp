@@ -61,6 +61,7 @@ void Application::start() {
             m_clickedBeforeStart.erase(m_clickedBeforeStart.begin());
         }
         m_delegate.applicationDidFinishLaunching(launchNotification);
+        setToolTipDelay(*qApp, static_cast<int>(m_ports.defaults.integer("NSInitialToolTipDelay")));
         for (const UserNotification& reminder : m_clickedBeforeStart) {
             open(reminder);
         }

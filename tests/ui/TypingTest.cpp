@@ -3,6 +3,7 @@
 #include "ui/Application.h"
 #include "ui/Conversions.h"
 #include "ui/views/AlertBox.h"
+#include "ui/views/RecordTableView.h"
 
 #include <QDateTimeEdit>
 #include <QLineEdit>
@@ -143,6 +144,20 @@ private Q_SLOTS:
         AlertBox* alert = waitForAlert();
         QVERIFY(alert);
         QTest::keyClick(alert, Qt::Key_Return);
+    }
+
+    void anEditedCellCoversTheTextBelow() {
+        auto* history = widgetNamed<RecordTableView>(m_program->window(), "tableViewTab1");
+        clickRow(*history, 1);
+        history->setCurrentIndex(history->model()->index(1, 1));
+        QTest::keyClick(history, Qt::Key_F2);
+        auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY(editor && editor->parentWidget() == history->viewport());
+        type(*editor, QStringLiteral("x"));
+        const QImage cell = history->viewport()->grab(editor->geometry()).toImage();
+        QCOMPARE(cell.pixelColor(cell.width() - 4, cell.height() / 2), editor->palette().color(QPalette::Base));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(history->currentIndex().data().toString(), QStringLiteral("x"));
     }
 
 private:

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -124,6 +125,12 @@ private Q_SLOTS:
             QTRY_VERIFY2(table->horizontalScrollBar()->maximum() == 0, list);
             sheet->endSheet();
         }
+    }
+
+    void toolTipsAppearAfterThreeSeconds() {
+        writeSmallHousehold();
+        start();
+        QCOMPARE(qApp->style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), 3000);
     }
 
     void theWheelSelectsNoTab() {

@@ -22,4 +22,10 @@ void showAppearance(QApplication& application, bool dark) {
     QToolTip::setPalette(palette);
 }
 
+void setToolTipDelay(QApplication& application, int milliseconds) {
+    if (auto* style = qobject_cast<CalmStyle*>(application.style())) {
+        style->setToolTipDelay(milliseconds);
+    }
+}
+
 }  // namespace kpx

@@ -71,6 +71,19 @@ void drawField(const QStyleOption* option, QPainter* painter, bool focus, bool d
     drawBox(*painter, option->rect, fill, edge, focus, option->palette.color(QPalette::Highlight));
 }
 
+bool isCellEditor(const QWidget* widget) {
+    const QWidget* viewport = widget ? widget->parentWidget() : nullptr;
+    return viewport && qobject_cast<const QAbstractItemView*>(viewport->parentWidget());
+}
+
+/// It covers the cell, whose text would shine through, and stands out of a selected row.
+void drawCellEditor(const QStyleOption* option, QPainter* painter) {
+    painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+    painter->setPen(option->palette.color(QPalette::Mid));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+}
+
 void drawIndicator(const QStyleOption* option, QPainter* painter, bool round) {
     const bool enabled = isOn(option, QStyle::State_Enabled);
     const bool on = isOn(option, QStyle::State_On);
@@ -189,6 +202,8 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             if (frame && frame->lineWidth > 0) {
                 drawField(option, painter, isOn(option, State_HasFocus), isOn(option, State_ReadOnly));
+            } else if (isCellEditor(widget)) {
+                drawCellEditor(option, painter);
             }
             return;
         }
@@ -383,6 +398,8 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
             return Qt::AlignLeft | Qt::AlignVCenter;
         case SH_EtchDisabledText:
             return 0;
+        case SH_ToolTip_WakeUpDelay:
+            return m_toolTipDelay;
         // Selecting a tab is an act with consequences, such as a warning; scrolling across it is none.
         case SH_TabBar_AllowWheelScrolling:
             return 0;
@@ -454,6 +471,10 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, 
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element == SE_LineEditContents && frame && frame->lineWidth > 0) {
+        return rect.adjusted(4, 0, -4, 0);
+    }
+    if (element == SE_LineEditContents && isCellEditor(widget)) {
+        // The text stays where the cell showed it.
         return rect.adjusted(4, 0, -4, 0);
     }
     if (element == SE_LineEditContents && frame && isOn(option, State_ReadOnly)) {

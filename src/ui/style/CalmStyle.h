@@ -12,6 +12,9 @@ class CalmStyle : public QProxyStyle {
 public:
     CalmStyle();
 
+    /// How long the mouse rests before a tool tip appears.
+    void setToolTipDelay(int milliseconds) { m_toolTipDelay = milliseconds; }
+
     void polish(QWidget* widget) override;
     using QProxyStyle::polish;
 
@@ -30,6 +33,9 @@ public:
                          const QWidget* widget) const override;
     QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
     QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override;
+
+private:
+    int m_toolTipDelay = 700;
 };
 
 }  // namespace kpx
