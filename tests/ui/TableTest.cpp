@@ -4,8 +4,11 @@
 #include "ui/style/Colors.h"
 #include "ui/views/RecordTableView.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -74,6 +77,43 @@ private Q_SLOTS:
         QTest::mouseClick(history()->viewport(), Qt::RightButton, Qt::NoModifier,
                           history()->visualRect(other).center());
         QCOMPARE(table().selectedRow(), 1);
+    }
+
+    void theRowUnderAMenuIsFramedAsLongAsTheMenuIsOpen() {
+        m_program->delegate().outlets.theTabView.selectTab(1);
+        button("showBtnTab2")->click();
+        auto* schedule = widgetNamed<RecordTableView>(m_program->window(), "tableViewTab2");
+        auto* menu = widgetNamed<QMenu>(m_program->window(), "contextMenuTab2");
+        const auto edge = [schedule](int row) {
+            const QRect cell = schedule->visualRect(schedule->model()->index(row, 0));
+            return schedule->viewport()->grab().toImage().pixelColor(cell.left() + 60, cell.top() + 1);
+        };
+        const QColor quiet = edge(1);
+        const QPoint place = schedule->visualRect(schedule->model()->index(1, 0)).center();
+        for (int count = 0; count < 2; ++count) {
+            QContextMenuEvent wanted(QContextMenuEvent::Mouse, place, schedule->viewport()->mapToGlobal(place));
+            QCoreApplication::sendEvent(schedule->viewport(), &wanted);
+            QTRY_VERIFY(menu->isVisible());
+            QCOMPARE(edge(1), schedule->palette().color(QPalette::Highlight));
+            QVERIFY(edge(2) != schedule->palette().color(QPalette::Highlight));
+            menu->hide();
+            QCOMPARE(edge(1), quiet);
+        }
+        m_program->delegate().outlets.theTabView.selectTab(0);
+    }
+
+    void aTableReachedByTabShowsItAlsoWithoutACurrentRow() {
+        m_program->window().activateWindow();
+        QTRY_VERIFY(m_program->window().isActiveWindow());
+        button("filterBtnTab1")->setFocus();
+        const auto edge = [this] { return history()->grab().toImage().pixelColor(0, history()->height() / 2); };
+        const QColor quiet = edge();
+        for (int count = 0; count < 3 && !history()->hasFocus(); ++count) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QVERIFY(history()->hasFocus());
+        QVERIFY(!history()->currentIndex().isValid());
+        QVERIFY(edge() != quiet);
     }
 
     void redCellsSayWhyInWords() {

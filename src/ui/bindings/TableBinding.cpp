@@ -76,6 +76,10 @@ void bind(TableView& control, RecordTableView& widget, std::function<Environment
                          control.userRightClickRow(row);
                          const QString name = widget.property("contextMenu").toString();
                          if (auto* menu = name.isEmpty() ? nullptr : widget.window()->findChild<QMenu*>(name)) {
+                             widget.setMarkedRow(row);
+                             QObject::connect(
+                                 menu, &QMenu::aboutToHide, &widget, [&widget] { widget.setMarkedRow(-1); },
+                                 Qt::SingleShotConnection);
                              menu->popup(position);
                          }
                      });

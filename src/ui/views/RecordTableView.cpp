@@ -42,6 +42,11 @@ void RecordTableView::setModel(QAbstractItemModel* model) {
     setSortingEnabled(true);
 }
 
+void RecordTableView::setMarkedRow(int row) {
+    m_markedRow = row;
+    viewport()->update();
+}
+
 void RecordTableView::setColumnWidths(std::vector<ColumnWidth> widths) {
     m_columnWidths = std::move(widths);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_userSetWidths |= !m_fitting; });
@@ -71,6 +76,17 @@ void RecordTableView::fitColumns() {
 void RecordTableView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     fitColumns();
+}
+
+void RecordTableView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    // The frame too.
+    update();
+}
+
+void RecordTableView::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    update();
 }
 
 void RecordTableView::mousePressEvent(QMouseEvent* event) {
@@ -112,6 +128,12 @@ void RecordTableView::keyPressEvent(QKeyEvent* event) {
 
 void RecordTableView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    if (m_markedRow >= 0 && model() && m_markedRow < model()->rowCount()) {
+        QPainter painter(viewport());
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        painter.drawRect(
+            QRect(1, rowViewportPosition(m_markedRow) + 1, viewport()->width() - 2, rowHeight(m_markedRow) - 2));
+    }
     if (model() && model()->rowCount() == 0 && !m_emptyTitle.isEmpty()) {
         QPainter painter(viewport());
         drawEmptyState(painter, viewport()->rect(), palette(), font(), m_emptyTitle, m_emptyText);

@@ -23,6 +23,9 @@ public:
 
     void setModel(QAbstractItemModel* model) override;
 
+    /// Frames the row that a menu speaks of, which need not be the selected one; −1 for none.
+    void setMarkedRow(int row);
+
     /// The columns' widths as long as the user has not set one: the usual ones, those of texts wider
     /// while there is room to spare.
     struct ColumnWidth {
@@ -45,11 +48,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void fitColumns();
 
     std::vector<ColumnWidth> m_columnWidths;
+    int m_markedRow = -1;
     bool m_fitting = false;
     bool m_userSetWidths = false;
     QString m_emptyTitle;
