@@ -198,6 +198,12 @@ private Q_SLOTS:
         QTRY_VERIFY(noAlertShows());
     }
 
+    void escapeClosesThePopoverAlsoFromTheWindowBeneath() {
+        openPopover();
+        QTest::keyClick(m_program->window().findChild<QWidget*>(QStringLiteral("scriptNoteTab1")), Qt::Key_Escape);
+        QTRY_VERIFY(!popover().isVisible());
+    }
+
     void aPhotoStandsUpright() {
         attach(writePhotoOnItsSide(QStringLiteral("photo.jpg"), {2000, 1000}));
         openPopover();

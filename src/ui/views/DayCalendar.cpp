@@ -32,6 +32,8 @@ QIcon arrow(const QColor& color, bool forward) {
 
 DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     setVerticalHeaderFormat(NoVerticalHeader);
+    // A digit would open a small window to type a date in, above the days; the field is there for that.
+    setDateEditEnabled(false);
     setMinimumSize(272, 236);
     takeColors();
 }
@@ -48,28 +50,25 @@ void DayCalendar::takeColors() {
     header.setForeground(palette().color(QPalette::PlaceholderText));
     header.setBackground(palette().color(QPalette::Base));
     setHeaderTextFormat(header);
-    QTextCharFormat day;
-    day.setForeground(palette().color(QPalette::Text));
-    setWeekdayTextFormat(Qt::Saturday, day);
-    setWeekdayTextFormat(Qt::Sunday, day);
-    if (auto* bar = findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
-        bar->setBackgroundRole(QPalette::Base);
-    }
+    setWeekdayTextFormat(Qt::Saturday, header);
+    setWeekdayTextFormat(Qt::Sunday, header);
     const QColor ink = palette().color(QPalette::Text);
-    for (const char* name :
-         {"qt_calendar_prevmonth", "qt_calendar_nextmonth", "qt_calendar_monthbutton", "qt_calendar_yearbutton"}) {
-        auto* button = findChild<QToolButton*>(QLatin1String(name));
-        if (!button) {
-            continue;
-        }
+    if (auto* bar = findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
+        // Its buttons drop colours of their own when the mouse has been over them, and take the bar's; away
+        // from the mouse they write in the colour of selected text.
         QPalette quiet = palette();
         quiet.setColor(QPalette::ButtonText, ink);
         quiet.setColor(QPalette::BrightText, ink);
         quiet.setColor(QPalette::HighlightedText, ink);
-        button->setPalette(quiet);
-        const QString which = button->objectName();
-        if (which.endsWith(QStringLiteral("prevmonth")) || which.endsWith(QStringLiteral("nextmonth"))) {
-            button->setIcon(arrow(ink, which.endsWith(QStringLiteral("nextmonth"))));
+        bar->setPalette(quiet);
+        bar->setBackgroundRole(QPalette::Base);
+    }
+    if (auto* year = findChild<QWidget*>(QStringLiteral("qt_calendar_yearedit"))) {
+        year->setPalette(palette());
+    }
+    for (const char* name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth"}) {
+        if (auto* button = findChild<QToolButton*>(QLatin1String(name))) {
+            button->setIcon(arrow(ink, button->objectName().endsWith(QStringLiteral("nextmonth"))));
         }
     }
 }

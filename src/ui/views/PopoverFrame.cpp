@@ -1,5 +1,6 @@
 #include "ui/views/PopoverFrame.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -14,6 +15,15 @@ namespace {
 Qt::WindowFlags flagsFor(PopoverFrame::Closing closing) {
     return closing == PopoverFrame::Closing::ActElsewhere ? Qt::WindowFlags(Qt::Popup)
                                                           : Qt::Tool | Qt::FramelessWindowHint;
+}
+
+/// The button in the open at that place; null for none, for one behind a sheet and for one in the popover.
+QAbstractButton* buttonAt(const QPoint& globalPosition) {
+    auto* button = qobject_cast<QAbstractButton*>(QApplication::widgetAt(globalPosition));
+    const QWidget* sheet = QApplication::activeModalWidget();
+    const bool isReachable =
+        button && button->window()->windowType() != Qt::Popup && (!sheet || button->window() == sheet->window());
+    return isReachable ? button : nullptr;
 }
 
 }  // namespace
@@ -65,6 +75,8 @@ bool PopoverFrame::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::MouseButtonPress:
             return watched->isWidgetType() && pressedElsewhere(static_cast<QMouseEvent&>(*event));
+        case QEvent::KeyPress:
+            return watched->isWidgetType() && escapePressedBeneath(*watched, static_cast<QKeyEvent&>(*event));
         case QEvent::Hide:
             if (watched == m_anchor) {
                 hide();
@@ -96,6 +108,15 @@ bool PopoverFrame::pressedElsewhere(const QMouseEvent& event) {
     return anchorContains(position);
 }
 
+bool PopoverFrame::escapePressedBeneath(const QObject& target, const QKeyEvent& event) {
+    const bool isBeneath = static_cast<const QWidget&>(target).window() == parent();
+    if (!isBeneath || event.key() != Qt::Key_Escape || QApplication::activePopupWidget()) {
+        return false;
+    }
+    hide();
+    return true;
+}
+
 void PopoverFrame::hideEvent(QHideEvent* event) {
     qApp->removeEventFilter(this);
     QFrame::hideEvent(event);
@@ -105,8 +126,14 @@ void PopoverFrame::hideEvent(QHideEvent* event) {
 void PopoverFrame::mousePressEvent(QMouseEvent* event) {
     // A click elsewhere closes the popover and takes effect there; one on its anchor only closes it,
     // else it would open again at once.
-    setAttribute(Qt::WA_NoMouseReplay, anchorContains(event->globalPosition().toPoint()));
+    const QPoint position = event->globalPosition().toPoint();
+    QAbstractButton* button = buttonAt(position);
+    setAttribute(Qt::WA_NoMouseReplay, anchorContains(position) || button);
     QFrame::mousePressEvent(event);
+    if (button && !anchorContains(position)) {
+        // It would be sent the press, but never the release, and hang there pressed.
+        QMetaObject::invokeMethod(button, &QAbstractButton::click, Qt::QueuedConnection);
+    }
 }
 
 void PopoverFrame::keyPressEvent(QKeyEvent* event) {

@@ -32,6 +32,8 @@ private:
     bool anchorContains(const QPoint& globalPosition) const;
     /// Whether the event may pass on.
     bool pressedElsewhere(const QMouseEvent& event);
+    /// Closes also when the keyboard has gone back to the window it hangs from, as after an alert.
+    bool escapePressedBeneath(const QObject& target, const QKeyEvent& event);
 
     Qt::WindowFlags m_flags;
     QPointer<QWidget> m_anchor;
