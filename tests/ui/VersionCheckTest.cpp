@@ -9,6 +9,7 @@
 #include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QTcpServer>
@@ -140,6 +141,10 @@ private Q_SLOTS:
         const auto choose = [&program](const char* item) {
             program.window().findChild<QAction*>(QLatin1String(item))->trigger();
         };
+        auto* menu = program.window().findChild<QMenu*>(QStringLiteral("menuHelp"));
+        for (const char* item : {"helpMenuItem", "showDataFilesMenuItem", "versionCheckMenuItem", "webPageMenuItem"}) {
+            QVERIFY2(menu->actions().contains(program.window().findChild<QAction*>(QLatin1String(item))), item);
+        }
         choose("helpMenuItem");
         QCOMPARE(m_opened.size(), 1);
         const QString manual = m_opened.constFirst().toLocalFile();

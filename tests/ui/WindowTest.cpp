@@ -4,6 +4,7 @@
 #include "ui/views/AlertBox.h"
 #include "ui/views/DWKButtonHover.h"
 #include "ui/views/PopoverFrame.h"
+#include "ui/views/PreviewWindow.h"
 #include "ui/views/SheetDialog.h"
 
 #include <QCalendarWidget>
@@ -186,6 +187,18 @@ private Q_SLOTS:
         QCOMPARE(find<QTabWidget>("theTabView")->currentIndex(), 2);
         clickTab(0);
         m_program->window().close();
+    }
+
+    void thePreviewsLetTheProgramQuit() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("showPrintTableListBtn"), Qt::LeftButton);
+        const auto previews = m_program->ports().preview.windows();
+        QCOMPARE(previews.size(), std::size_t{1});
+        auto* preview = previews.front();
+        QVERIFY(QTest::qWaitForWindowActive(preview));
+        QTest::keyClick(preview, Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(!m_program->window().isVisible());
     }
 
     void theWindowKeepsItsFieldsAtItsSmallestSize() {

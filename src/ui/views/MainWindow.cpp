@@ -46,7 +46,10 @@ MainWindow::MainWindow() {
     findChild<QWidget*>(QStringLiteral("patientPopTab1"))->setFocus();
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("contextMenuTab2"));
-    connect(findChild<QAction*>(QStringLiteral("quitMenuItem")), &QAction::triggered, this, &QWidget::close);
+    auto* quit = findChild<QAction*>(QStringLiteral("quitMenuItem"));
+    // From the previews of reports, too.
+    quit->setShortcutContext(Qt::ApplicationShortcut);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
 }
 
 void MainWindow::addTabs() {

@@ -133,6 +133,7 @@ void PreviewWindow::askAndSavePdf() {
     if (savePdf(fileName)) {
         statusBar()->showMessage(tr("Saved as %1").arg(fileName));
     } else {
+        statusBar()->clearMessage();
         QMessageBox::warning(this, tr("Not saved"), tr("The report could not be saved as %1.").arg(fileName));
     }
 }
