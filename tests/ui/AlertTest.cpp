@@ -108,6 +108,18 @@ private Q_SLOTS:
         QTest::keyClick(box, Qt::Key_Return);
     }
 
+    void indentedLinesAreNotBroken() {
+        Alert indented = alert("Refused");
+        indented.informativeText =
+            "What to do next:\r\t1. " + std::string(22, 'w') + " " + std::string(22, 'w') + "\rEnd";
+        begin(indented);
+        auto* body = waitForAlert()->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+        QTRY_VERIFY(body->isVisible());
+        constexpr int lineCount = 3;
+        QCOMPARE(body->heightForWidth(body->width()), body->fontMetrics().lineSpacing() * lineCount);
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+    }
+
     void aNameWithoutBlanksIsReadWhole() {
         const std::string name(150, 'M');
         begin(alert(("Rx Number: \"" + name + "\"\rexists already").c_str()));

@@ -13,6 +13,7 @@ namespace kpx {
 namespace {
 
 constexpr int comfortableWidth = 420;
+constexpr int widestWidth = 760;
 
 /// The text with places, which are not seen, where a name without blanks may break. Lines break between words
 /// only, and the rest of such a name would lie outside the box.
@@ -67,6 +68,13 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
         // The box applies its text format to the message only, and a drug's name is not markup.
         body->setTextFormat(Qt::PlainText);
         body->setText(lines(alert.informativeText));
+        if (body->text().contains(QLatin1Char('\t'))) {
+            // Its lines are laid out by hand, and broken ones would fall back to the left of their indent.
+            body->setWordWrap(false);
+            const int widthOfLines = body->sizeHint().width();
+            body->setWordWrap(true);
+            body->setMinimumWidth(qMin(widthOfLines, widestWidth));
+        }
     }
     addButtons(alert);
     // A short message is not to make a narrow box. A minimum width of the message itself would hide from the
