@@ -19,6 +19,7 @@ void TableView::selectRow(int row) {
 }
 
 void TableView::reloadData() {
+    m_sorted = false;
     if (m_selectedRow >= numberOfRows()) {
         m_selectedRow = -1;
     }
@@ -47,6 +48,8 @@ void TableView::userSort(const std::string& column, bool ascending) {
     m_sortDescriptors.insert(m_sortDescriptors.begin(), {column, ascending, Comparison::LocalizedCaseInsensitive});
     if (dataSource) {
         dataSource->sortDescriptorsDidChange(*this);
+        m_sorted = true;
+        notify();
     }
 }
 

@@ -59,6 +59,9 @@ public:
 
     /// First the latest header clicked, then the earlier ones, each column once.
     const std::vector<SortDescriptor>& sortDescriptors() const { return m_sortDescriptors; }
+    /// Whether the rows still stand as the sort descriptors say. Rows built anew stand in their own order,
+    /// and an arrow in the header would be untrue.
+    bool isSorted() const { return m_sorted; }
 
     /// The user's click selects the row (−1 takes the selection away) and runs the action; a double
     /// click is a click followed by the double action; a right click leaves the selection alone.
@@ -74,6 +77,7 @@ public:
 private:
     std::vector<Column> m_columns;
     std::vector<SortDescriptor> m_sortDescriptors;
+    bool m_sorted = false;
     int m_selectedRow = -1;
     int m_clickedRow = -1;
 };

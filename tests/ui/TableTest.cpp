@@ -50,6 +50,25 @@ private Q_SLOTS:
         QCOMPARE(table().sortDescriptors().size(), std::size_t{1});
     }
 
+    void rowsBuiltAnewLoseTheArrowOfAnOrderTheyAreNotIn() {
+        QHeaderView* header = history()->horizontalHeader();
+        const QPoint patient(header->sectionViewportPosition(0) + 20, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, patient);
+        QCOMPARE(header->sortIndicatorSection(), 0);
+        clickRow(*history(), 1);
+        QCOMPARE(header->sortIndicatorSection(), 0);
+        // Builds the rows in the file's order.
+        Outlets& outlets = m_program->delegate().outlets;
+        outlets.beginDateForShowTab1.setDate(Date::fromSecondsSince1970(0));
+        outlets.endDateForShowTab1.setDate(outlets.dispenseDateTab1.date());
+        button("showBtnTab1")->click();
+        QCOMPARE(header->sortIndicatorSection(), -1);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, patient);
+        QCOMPARE(header->sortIndicatorSection(), 0);
+        QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+        QCOMPARE(shown(0, 0), QStringLiteral("Ann Holloway"));
+    }
+
     void clicksSelectAndDoubleClicksLoad() {
         clickRow(*history(), 1);
         QCOMPARE(table().selectedRow(), 1);

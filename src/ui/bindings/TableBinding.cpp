@@ -40,7 +40,10 @@ void showSelection(const TableView& control, RecordTableView& widget) {
 }
 
 void showSortOrder(const TableView& control, RecordTableView& widget) {
-    if (control.sortDescriptors().empty()) {
+    if (!control.isSorted()) {
+        const QSignalBlocker noUserAct(widget.horizontalHeader());
+        widget.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+        widget.horizontalHeader()->viewport()->update();
         return;
     }
     const SortDescriptor& latest = control.sortDescriptors().front();
