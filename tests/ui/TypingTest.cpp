@@ -134,6 +134,17 @@ private Q_SLOTS:
         }
     }
 
+    void aDateIsTypedOverAllOfTheLastOne() {
+        auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
+        date->setDate(QDate(2025, 1, 1));
+        date->setFocus();
+        QTest::keyClick(date, Qt::Key_A, Qt::ControlModifier);
+        type(*date, QStringLiteral("12/31/2026"));
+        QTest::keyClick(date, Qt::Key_Tab);
+        QCOMPARE(date->date(), QDate(2026, 12, 31));
+        QCOMPARE(qdateTime(outlets().dispenseDateTab1.date()).date(), QDate(2026, 12, 31));
+    }
+
     void aDateTypedInPartIsReadBeforeAButtonActs() {
         auto* date = widgetNamed<QDateTimeEdit>(m_program->window(), "dispenseDateTab1");
         typeYear(*date, QStringLiteral("24"));

@@ -1,6 +1,7 @@
 #include "ui/views/DayField.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QLocale>
 #include <QWheelEvent>
 
@@ -34,6 +35,11 @@ void DayField::readText() {
 }
 
 void DayField::keyPressEvent(QKeyEvent* event) {
+    const bool isDigit = event->text().size() == 1 && event->text().at(0).isDigit();
+    if (isDigit && lineEdit()->selectedText() == text()) {
+        // In place of all of it a digit would be no date, and be refused: the date starts anew at its first part.
+        setSelectedSection(sectionAt(0));
+    }
     if (m_wentOn && isSeparator(event->text())) {
         // It would skip the part that the cursor has just reached.
         m_wentOn = false;
@@ -44,7 +50,6 @@ void DayField::keyPressEvent(QKeyEvent* event) {
     }
     const int section = currentSectionIndex();
     QDateTimeEdit::keyPressEvent(event);
-    const bool isDigit = event->text().size() == 1 && event->text().at(0).isDigit();
     m_wentOn = isDigit && currentSectionIndex() != section;
 }
 
