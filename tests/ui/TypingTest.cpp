@@ -5,8 +5,12 @@
 #include "ui/views/AlertBox.h"
 #include "ui/views/RecordTableView.h"
 
+#include <QClipboard>
 #include <QDateTimeEdit>
+#include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTest>
 #include <QWheelEvent>
@@ -63,6 +67,37 @@ private Q_SLOTS:
         type(*cost, QStringLiteral("x"));
         QCOMPARE(cost->text(), QStringLiteral("1234.5"));
         QCOMPARE(cost->cursorPosition(), 2);
+    }
+
+    void theGuardsHoldForWhatIsPastedDroppedComposedAndUndone() {
+        QLineEdit* days = field("daysSupply");
+        QLineEdit* cost = field("totalCostTab1");
+        days->setFocus();
+        QGuiApplication::clipboard()->setText(QStringLiteral("12345"));
+        days->paste();
+        // The last character goes, whatever came.
+        QCOMPARE(days->text(), QStringLiteral("1234"));
+        QCOMPARE(outlets().daysSupply.text(), std::string("1234"));
+        days->undo();
+        QCOMPARE(utf8(days->text()), outlets().daysSupply.text());
+        days->selectAll();
+        QInputMethodEvent composed;
+        composed.setCommitString(QStringLiteral("7日"));
+        QCoreApplication::sendEvent(days, &composed);
+        QCOMPARE(days->text(), QStringLiteral("7"));
+        QCOMPARE(outlets().daysSupply.text(), std::string("7"));
+
+        QGuiApplication::clipboard()->setText(QStringLiteral("$12.50"));
+        cost->paste();
+        QVERIFY(cost->text().isEmpty());
+        QMimeData dropped;
+        dropped.setText(QStringLiteral("12,50"));
+        drop(*cost, dropped);
+        QVERIFY(cost->text().isEmpty());
+        dropped.setText(QStringLiteral("12.50"));
+        drop(*cost, dropped);
+        QCOMPARE(cost->text(), QStringLiteral("12.50"));
+        QCOMPARE(outlets().totalCostTab1.text(), std::string("12.50"));
     }
 
     void leavingTheCostFieldFormatsIt() {
@@ -172,6 +207,13 @@ private Q_SLOTS:
     }
 
 private:
+    static void drop(QWidget& widget, const QMimeData& data) {
+        QDragEnterEvent entered(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &entered);
+        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+
     static void typeYear(QDateTimeEdit& date, const QString& digits) {
         date.setFocus();
         date.setSelectedSection(QDateTimeEdit::YearSection);
