@@ -33,7 +33,7 @@ void openOnHistory(Guide& guide) {
 void lookAtLongNames(Guide& guide) {
     guide.choose("patientPopTab1", QStringLiteral("Bartholomew Christopher Featherstonehaugh-Holloway"));
     guide.choose("drugPopTab1", QStringLiteral("Amoxicillin/Clavulanic acid oral suspension 457 mg/5 mL"));
-    guide.setSize(1000, 700);
+    guide.setSize(960, 500);
     guide.picture(QStringLiteral("03-long-names-smallest-window"));
     guide.setSize(1200, 800);
 }

@@ -17,6 +17,7 @@
 
 #include <QCloseEvent>
 #include <QMenu>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -40,6 +41,9 @@ void addSheet(QWidget& window) {
 
 MainWindow::MainWindow() {
     Ui::MainWindow().setupUi(this);
+    // Leaves room for the title bar.
+    constexpr int titleHeight = 32;
+    resize(size().boundedTo(screen()->availableSize() - QSize(0, titleHeight)));
     addTabs();
     addSheets();
     addPopovers();
