@@ -8,9 +8,11 @@
 #include "ui/views/SheetDialog.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCursor>
+#include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
@@ -167,6 +169,18 @@ private Q_SLOTS:
         QVERIFY(moveMouseTo(*days));
         QTRY_COMPARE(month->grab().toImage(), before);
         QVERIFY(contains(before, calendar().palette().color(QPalette::Text)));
+    }
+
+    void theYearIsReadableWhileItIsTyped() {
+        QVERIFY(clickMouse(*find<DWKButtonHover>("popOverTriggerTab1DispenseDate")));
+        QTRY_VERIFY(popover().isVisible());
+        auto* year = calendar().findChild<QAbstractButton*>(QStringLiteral("qt_calendar_yearbutton"));
+        QVERIFY(clickMouse(*year));
+        auto* edit = calendar().findChild<QAbstractSpinBox*>(QStringLiteral("qt_calendar_yearedit"));
+        QTRY_VERIFY(edit->isVisible());
+        const QPalette& colours = edit->findChild<QLineEdit*>()->palette();
+        QCOMPARE(colours.color(QPalette::HighlightedText), calendar().palette().color(QPalette::HighlightedText));
+        QVERIFY(colours.color(QPalette::HighlightedText) != colours.color(QPalette::Text));
     }
 
     void aDigitOpensNoFurtherWindowOverTheDays() {

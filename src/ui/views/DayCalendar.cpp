@@ -64,7 +64,10 @@ void DayCalendar::takeColors() {
         bar->setBackgroundRole(QPalette::Base);
     }
     if (auto* year = findChild<QWidget*>(QStringLiteral("qt_calendar_yearedit"))) {
-        year->setPalette(palette());
+        // Here selected text is what it says.
+        QPalette typed;
+        typed.setColor(QPalette::HighlightedText, palette().color(QPalette::HighlightedText));
+        year->setPalette(typed);
     }
     for (const char* name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth"}) {
         if (auto* button = findChild<QToolButton*>(QLatin1String(name))) {
