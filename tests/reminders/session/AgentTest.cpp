@@ -171,6 +171,7 @@ TEST_F(Agent, WhatAServerTookAndNeverShowedGoesToTheNext) {
 }
 
 TEST_F(Agent, AClickIsKeptUntilTheProgramHasWithdrawnIt) {
+    m_session.setAgentApart();
     m_daemon.appear();
     m_session.startAgent(noon);
     ASSERT_TRUE(scheduleShown("text"));

@@ -124,7 +124,13 @@ std::unique_ptr<QProcess> Session::start(const QString& program, const QStringLi
     return process;
 }
 
-void Session::beginAgent(const QString& time) { m_agent = start(QStringLiteral(AGENT_PROGRAM), {}, time); }
+void Session::setAgentApart() {
+    const QString apart = m_folder.filePath(QStringLiteral("velmora-reminders"));
+    ASSERT_TRUE(QFile::copy(m_agentProgram, apart));
+    m_agentProgram = apart;
+}
+
+void Session::beginAgent(const QString& time) { m_agent = start(m_agentProgram, {}, time); }
 
 void Session::startAgent(const QString& time) {
     beginAgent(time);

@@ -31,6 +31,9 @@ public:
     /// A connection of its own, as if of another program.
     QDBusConnection connect();
 
+    /// From now on the agent is started from a folder of its own: no window program stands beside it which a
+    /// click could start.
+    void setAgentApart();
     /// Starts the agent, at that time if one is given ("2026-11-21 07:59:58", or with a speed, "… x1000"), and
     /// returns when it is on the bus.
     void startAgent(const QString& time = {});
@@ -68,6 +71,7 @@ private:
     QProcessEnvironment m_environment;
     QProcess m_bus;
     QString m_address;
+    QString m_agentProgram = QStringLiteral(AGENT_PROGRAM);
     std::unique_ptr<QProcess> m_agent;
     std::vector<QString> m_connections;
     QDBusConnection m_connection;
