@@ -75,6 +75,7 @@ private Q_SLOTS:
             if (row.onFilterSheet && !sheet->isVisible()) {
                 QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
                 QTRY_VERIFY(sheet->isVisible());
+                QVERIFY(QTest::qWaitForWindowActive(sheet));
             } else if (!row.onFilterSheet && sheet->isVisible()) {
                 QTest::keyClick(sheet, Qt::Key_Escape);
                 QTRY_VERIFY(!sheet->isVisible());
@@ -144,6 +145,7 @@ private Q_SLOTS:
         QVERIFY(clickMouse(*filter));
         auto* sheet = find<SheetDialog>("theFilterSheetTab1");
         QTRY_VERIFY(sheet->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
         QVERIFY(!popover().isVisible());
         QVERIFY(!filter->isDown());
         // What lies behind the sheet is out of reach.

@@ -74,6 +74,7 @@ private Q_SLOTS:
         auto* sheet = find<SheetDialog>("theFilterSheetTab1");
         QTRY_VERIFY(sheet->isVisible());
         QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
         QTest::keyClick(sheet, Qt::Key_Return);
         QVERIFY(sheet->isVisible());
         QTest::keyClick(sheet, Qt::Key_Escape);
@@ -89,6 +90,7 @@ private Q_SLOTS:
             QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
             QTRY_VERIFY(sheet->isVisible());
             QVERIFY(QTest::qWaitForWindowActive(sheet));
+            QVERIFY(QTest::qWaitForWindowActive(sheet));
             QTRY_VERIFY(find<QWidget>("patientPopForShowTab1")->hasFocus());
             find<QWidget>("closeBtnFilterSheet")->setFocus();
             QTest::keyClick(sheet, Qt::Key_Escape);
@@ -103,6 +105,7 @@ private Q_SLOTS:
                                                              1);
         auto* sheet = find<SheetDialog>("theDrugSheet");
         QTRY_VERIFY(sheet->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
         QVERIFY(QTest::qWaitForWindowActive(sheet));
         type(*find<QLineEdit>("drugNameDrugSheet"), QStringLiteral("Aspirin"));
         find<QWidget>("drugDescDrugSheet")->setFocus();
@@ -122,6 +125,7 @@ private Q_SLOTS:
             QVERIFY2(sheet, list);
             sheet->open();
             QTRY_VERIFY(sheet->isVisible());
+            QVERIFY(QTest::qWaitForWindowActive(sheet));
             auto* table = find<QTableView>(("tableView" + name + "Sheet").constData());
             QTRY_VERIFY2(table->horizontalScrollBar()->maximum() == 0, list);
             sheet->endSheet();
@@ -171,6 +175,7 @@ private Q_SLOTS:
         QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
         auto* sheet = find<SheetDialog>("theFilterSheetTab1");
         QTRY_VERIFY(sheet->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(sheet));
         QTest::mouseClick(find<DWKButtonHover>("toDateFilterCalIcon"), Qt::LeftButton);
         auto* popover = find<PopoverFrame>("thePopOver");
         QTRY_VERIFY(popover->isVisible());
