@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QColor>
+#include <QStyleOption>
+#include <QWidget>
+
+class QPainter;
+
+namespace kpx {
+
+// What the parts of controls look like.
+
+inline bool isOn(const QStyleOption* option, QStyle::StateFlag flag) { return option->state & flag; }
+
+/// The main one of its group, or the one that Return presses.
+bool isMainButton(const QWidget* widget, const QStyleOption* option);
+
+QColor edgeColor(const QStyleOption* option);
+QColor buttonFill(const QStyleOption* option, bool main);
+
+void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget* widget);
+
+/// A field that only displays lies flat.
+void drawField(const QStyleOption* option, QPainter* painter, bool focus, bool displayOnly = false);
+
+/// Square: the list that drops from a pop-up, because it is a window of its own, and the editor of a cell, which
+/// covers the cell and stands out of a selected row.
+void drawSquareField(const QStyleOption* option, QPainter* painter);
+
+/// Of a check box or, round, of a radio button.
+void drawIndicator(const QStyleOption* option, QPainter* painter, bool round);
+
+/// A plain frame is a card: raised ground with a thin edge. Around a list only the edge is drawn; it shows
+/// that the keyboard leads there, for a list without a current row could not.
+void drawPanel(const QStyleOption* option, QPainter* painter, const QWidget* widget);
+
+void drawTab(const QStyleOption* option, QPainter* painter);
+void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* painter);
+
+}  // namespace kpx
