@@ -15,10 +15,10 @@ namespace kpx {
 ///     predicate   := comparison ("AND" comparison)*
 ///     operand     := key | quoted literal | number | "%@" (an argument's value) | "%K" (an argument naming a key)
 ///
-/// "==" is exact, case-sensitive equality. LIKE[cd] is a wildcard match ("*" any run, "?" one character)
-/// that ignores case and diacritics; what is no text matches "*" only. ">=" and "<=" order dates, numbers and texts of one kind. A record
-/// without a value under the key, or with one of another kind, does not match. What stands between
-/// quotes is taken as it is, "%@" and backslashes included.
+/// "==" is exact, case-sensitive equality. LIKE[cd] is a wildcard match ("*" any run, "?" one character) that
+/// ignores case and diacritics; what is no text matches "*" only. ">=" and "<=" order dates, numbers and texts
+/// of one kind. A record without a value under the key, or with one of another kind, does not match. What
+/// stands between quotes is taken as it is, "%@" and backslashes included.
 class Predicate {
 public:
     /// Null for a text that does not parse, or one whose arguments do not suffice.
