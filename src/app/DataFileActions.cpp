@@ -60,7 +60,8 @@ void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
     }
     // What was written need not be read again; after a failed write the file is what counts.
     const bool written = writeArray(withArray, prescriptionHistoryFile);
-    const auto stored = written ? withArray : copyArrayFromDataFile(prescriptionHistoryFile);
+    const auto fromFile = written ? std::nullopt : copyArrayFromDataFile(prescriptionHistoryFile);
+    const std::optional<Records>& stored = written ? withArray : fromFile;
 
     rebuildHistoryTable(withArray);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);

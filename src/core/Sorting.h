@@ -26,7 +26,7 @@ void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& desc
 std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
                                      const Environment& environment);
 
-/// The three-key sort of the reports and the refill schedule. A level whose key is empty takes no part.
+/// The three-key sort of the reports. A level whose key is empty takes no part.
 void doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
                      const SortDescriptor& third, const Environment& environment);
 

@@ -20,9 +20,8 @@ class AlertTest : public QObject {
 private Q_SLOTS:
     void init() {
         m_answers.clear();
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
     }
     void cleanup() { m_program.reset(); }
 

@@ -40,9 +40,8 @@ private Q_SLOTS:
     }
     void init() {
         writeSmallHousehold();
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
         m_program->window().move(100, 100);
         QTest::qWait(100);
         m_program->delegate().outlets.theTabView.selectTab(0);

@@ -92,9 +92,8 @@ private Q_SLOTS:
 
 private:
     void start() {
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
     }
     PopUpCombo* combo(const char* name) { return widgetNamed<PopUpCombo>(m_program->window(), name); }
     SheetDialog* sheet(const char* name) { return widgetNamed<SheetDialog>(m_program->window(), name); }

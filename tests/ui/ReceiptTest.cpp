@@ -51,9 +51,8 @@ class ReceiptTest : public QObject {
 private Q_SLOTS:
     void init() {
         writeSmallHousehold();
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
         m_program->window().move(100, 100);
         QTest::qWait(100);
     }
@@ -286,9 +285,8 @@ private Q_SLOTS:
         writeLargeHousehold(fills);
         writeReceiptForEveryFill();
         const OpenedFiles opened((dataFolder() / "Receipts").string());
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
         QTest::qWait(200);
         QCOMPARE(m_program->window().findChild<QLabel*>(QStringLiteral("contentCount"))->text(),
                  QStringLiteral("Display Count: 10000"));

@@ -27,9 +27,8 @@ class TypingTest : public QObject {
 private Q_SLOTS:
     void init() {
         writeSmallHousehold();
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
     }
     void cleanup() { m_program.reset(); }
 

@@ -29,6 +29,15 @@ bool startUp(Application& program) {
            QTest::qWaitFor([&program] { return program.hasStarted(); });
 }
 
+std::unique_ptr<Application> startWithoutSplash() {
+    auto program = std::make_unique<Application>();
+    if (!startUp(*program)) {
+        return nullptr;
+    }
+    program->ports().windows.closeSplash();
+    return program;
+}
+
 AlertBox* waitForAlert() {
     return QTest::qWaitFor([] { return visibleAlert() && QTest::qWaitForWindowExposed(visibleAlert()); })
                ? visibleAlert()

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QWidget>
 
+#include <memory>
+
 namespace kpx {
 class Application;
 class AlertBox;
@@ -12,6 +14,8 @@ namespace kpx::test {
 
 /// Shows the program and waits until its start-up sequence has run. False when that never happens.
 bool startUp(Application& program);
+/// The program, started, its splash window closed; null when it does not start.
+std::unique_ptr<Application> startWithoutSplash();
 
 /// The visible alert, null when none shows up in time.
 AlertBox* waitForAlert();

@@ -227,9 +227,8 @@ private Q_SLOTS:
 
 private:
     void start() {
-        m_program = std::make_unique<Application>();
-        QVERIFY(startUp(*m_program));
-        m_program->ports().windows.closeSplash();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
     }
     void clickTab(int index) {
         QTabBar* bar = find<QTabWidget>("theTabView")->tabBar();
