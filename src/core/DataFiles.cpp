@@ -1,13 +1,11 @@
 #include "core/DataFiles.h"
 
-#include "core/DataFilesReplacement.h"
-#include "core/PropertyList.h"
+#include "files/FileReplacement.h"
+#include "files/WholeFile.h"
+#include "plist/PropertyList.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -15,40 +13,10 @@
 namespace kpx {
 namespace {
 
-/// The file's bytes; null when it is missing, unreadable or no regular file.
-std::optional<std::string> readWholeFile(const std::filesystem::path& path) {
-    // Not to wait for the other end of a named pipe.
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    std::string bytes;
-    bytes.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t length = 0;
-    while (true) {
-        if (length == bytes.size()) {
-            constexpr std::size_t more = 4096;  // the file has grown, or its size is not known beforehand
-            bytes.resize(length + more);
-        }
-        const ssize_t count = ::read(file.get(), bytes.data() + length, bytes.size() - length);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            return std::nullopt;
-        }
-        if (count == 0) {
-            break;
-        }
-        length += static_cast<std::size_t>(count);
-    }
-    bytes.resize(length);
-    return bytes;
-}
+/// Beyond any household's; a file that long is left alone.
+constexpr std::size_t longestDataFile = std::size_t{1} << 30;
 
-std::optional<Records> recordsFromBytes(std::string_view bytes) {
-    const std::optional<Value> root = readPropertyList(bytes);
+std::optional<Records> recordsFromRoot(const std::optional<Value>& root) {
     const Array* array = root ? root->as<Array>() : nullptr;
     if (!array) {
         return std::nullopt;
@@ -67,11 +35,26 @@ std::optional<Records> recordsFromBytes(std::string_view bytes) {
 
 }  // namespace
 
-std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder, std::string_view fileName) {
+void makeDataFolder(const std::filesystem::path& folder) { ::mkdir(folder.c_str(), S_IRWXU); }
+
+DataFile readDataFile(const std::filesystem::path& folder, std::string_view fileName) {
+    makeDataFolder(folder);
+    const WholeFile file = readWholeFile(folder / fileName, longestDataFile);
+    switch (file.state) {
+        case WholeFile::State::Missing:
+            return {DataFile::State::Missing, {}};
+        case WholeFile::State::Unreadable:
+            return {DataFile::State::Unreadable, {}};
+        case WholeFile::State::Read:
+            break;
+    }
+    auto records = recordsFromBytes(file.bytes);
+    return records ? DataFile{DataFile::State::Read, *std::move(records)} : DataFile{DataFile::State::Damaged, {}};
+}
+
+std::optional<Records> recordsFromBytes(std::string_view bytes) {
     try {
-        ::mkdir(folder.c_str(), S_IRWXU);
-        const std::optional<std::string> bytes = readWholeFile(folder / fileName);
-        return bytes ? recordsFromBytes(*bytes) : Records();
+        return recordsFromRoot(readPropertyList(bytes));
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     } catch (const std::length_error&) {
@@ -79,19 +62,24 @@ std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder
     }
 }
 
-bool writeArray(const std::optional<Records>& array, const std::filesystem::path& folder, std::string_view fileName) {
-    if (!array) {
-        return false;
-    }
+std::optional<std::string> bytesFromRecords(const Records& records) {
     try {
-        const std::optional<std::string> bytes =
-            writePropertyList(Array(std::vector<Value>(array->begin(), array->end())));
-        return bytes && replaceFile(folder / fileName, *bytes);
+        return writePropertyList(Array(std::vector<Value>(records.begin(), records.end())));
     } catch (const std::bad_alloc&) {
-        return false;
+        return std::nullopt;
     } catch (const std::length_error&) {
-        return false;
+        return std::nullopt;
     }
+}
+
+std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder, std::string_view fileName) {
+    DataFile file = readDataFile(folder, fileName);
+    return file.state == DataFile::State::Damaged ? std::nullopt : std::optional(std::move(file.records));
+}
+
+bool writeArray(const std::optional<Records>& array, const std::filesystem::path& folder, std::string_view fileName) {
+    const auto bytes = array ? bytesFromRecords(*array) : std::nullopt;
+    return bytes && replaceFile(folder / fileName, *bytes);
 }
 
 }  // namespace kpx

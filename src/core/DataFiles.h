@@ -1,9 +1,10 @@
 #pragma once
 
-#include "core/Record.h"
+#include "values/Record.h"
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace kpx {
@@ -18,14 +19,32 @@ inline constexpr std::string_view pharmacyFile = "pharmacyFileForKPX";
 inline constexpr std::string_view prescriberFile = "prescriberFileForKPX";
 inline constexpr std::string_view drugFile = "DrugFileForKPX";
 
-/// Reads one data file afresh. Creates the folder first (only its last component, mode 0700); a failure
-/// to do so is ignored.
+/// What one data file was found to be.
+struct DataFile {
+    enum class State { Missing, Unreadable, Damaged, Read };
+    State state = State::Missing;
+    Records records;  ///< empty unless read
+};
+
+/// Makes the folder (only its last component, mode 0700); a failure to do so is ignored.
+void makeDataFolder(const std::filesystem::path& folder);
+
+/// Reads one data file afresh. Makes the folder first.
 ///
-/// | the file                                          | result                 |
-/// |---------------------------------------------------|------------------------|
-/// | missing, or unreadable                            | an empty array         |
-/// | a property list whose root is an array of records | its records, in order  |
-/// | anything else, also zero bytes                    | null: damaged          |
+/// | the file                                          | state                          |
+/// |---------------------------------------------------|--------------------------------|
+/// | not there                                         | missing: a new household       |
+/// | there, but it cannot be read now                  | unreadable: leave it alone     |
+/// | a property list whose root is an array of records | read                           |
+/// | anything else, also zero bytes                    | damaged: leave it alone        |
+[[nodiscard]] DataFile readDataFile(const std::filesystem::path& folder, std::string_view fileName);
+
+/// The records in the bytes of a data file; null when they are damaged.
+[[nodiscard]] std::optional<Records> recordsFromBytes(std::string_view bytes);
+/// The bytes of a data file with these records; null when one of them nests too deep to be read back.
+[[nodiscard]] std::optional<std::string> bytesFromRecords(const Records& records);
+
+/// The records of a file afresh: null when it is damaged, empty when it is missing or unreadable.
 [[nodiscard]] std::optional<Records> copyArrayFromDataFile(const std::filesystem::path& folder,
                                                            std::string_view fileName);
 
@@ -35,6 +54,7 @@ inline constexpr std::string_view drugFile = "DrugFileForKPX";
 ///
 /// A null array (one that was read from a damaged file) writes nothing: a damaged file is never
 /// overwritten. False when nothing was written; the old file then stands as it was.
-bool writeArray(const std::optional<Records>& array, const std::filesystem::path& folder, std::string_view fileName);
+[[nodiscard]] bool writeArray(const std::optional<Records>& array, const std::filesystem::path& folder,
+                              std::string_view fileName);
 
 }  // namespace kpx

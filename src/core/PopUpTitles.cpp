@@ -1,45 +1,18 @@
 #include "core/PopUpTitles.h"
 
-#include "core/FieldFinder.h"
 #include "core/Predicate.h"
+#include "values/FieldFinder.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <unordered_set>
 
 namespace kpx {
 
 namespace {
 
-template <typename Number>
-std::string plainNumber(Number number) {
-    std::array<char, 32> buffer{};
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
-}
-
 std::string clause(const KeyValue& pair) { return std::string(pair.key) + " == \"" + std::string(pair.value) + "\""; }
 
 }  // namespace
-
-std::optional<Text> titleOfValue(const Value& value) {
-    if (const auto* text = value.as<Text>()) {
-        return *text;
-    }
-    if (const auto* number = value.as<std::int64_t>()) {
-        return plainNumber(*number);
-    }
-    if (const auto* number = value.as<std::uint64_t>()) {
-        return plainNumber(*number);
-    }
-    if (const auto* number = value.as<double>()) {
-        return plainNumber(*number);
-    }
-    if (const auto* truth = value.as<bool>()) {
-        return plainNumber(*truth ? 1 : 0);
-    }
-    return std::nullopt;
-}
 
 std::vector<std::string> copyUniqueKey(std::string_view key, const Records& records) {
     std::vector<std::string> titles;
@@ -50,8 +23,7 @@ std::vector<std::string> copyUniqueKey(std::string_view key, const Records& reco
     std::unordered_set<std::string_view> seen;  // views into the distinct texts, which share their bytes
     const FieldFinder titleField(key);
     for (const Record& record : records) {
-        const Value* value = titleField.in(record);
-        std::optional<Text> title = value ? titleOfValue(*value) : std::nullopt;
+        std::optional<Text> title = textOfValue(titleField.in(record));
         if (title && seen.insert(title->view()).second) {
             distinct.push_back(*std::move(title));
         }

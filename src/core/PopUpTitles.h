@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/Record.h"
+#include "region/Environment.h"
+#include "values/Record.h"
 
 #include <optional>
 #include <string>
@@ -10,13 +10,9 @@
 
 namespace kpx {
 
-/// The value as a title; none for what has no plain text, such as binary data. A hand-edited file may
-/// hold a number where a name belongs.
-std::optional<Text> titleOfValue(const Value& value);
-
 /// The distinct values under the key as titles, in the order of their first occurrence. Only the first
-/// record is asked whether it has a value at all: if it has none, the result is empty, deliberately;
-/// later records without one are skipped.
+/// record is asked whether it has a value at all: if it has none, the result is empty;
+/// later records without one are skipped; see behaviours.
 std::vector<std::string> copyUniqueKey(std::string_view key, const Records& records);
 
 /// The first record whose value under the key equals the title exactly; null when none does.

@@ -1,7 +1,7 @@
 #include "core/Predicate.h"
 
-#include "core/FieldFinder.h"
 #include "core/TextPattern.h"
+#include "values/FieldFinder.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,7 @@
 #include "core/Sorting.h"
 
-#include "core/FieldFinder.h"
+#include "values/FieldFinder.h"
+#include "values/Reordering.h"
 
 #include <algorithm>
 #include <cmath>
@@ -135,17 +136,11 @@ std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<S
 
 void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& descriptors,
                        const Environment& environment) {
-    const std::vector<std::size_t> order = sortedOrder(records, descriptors, environment);
-    Records sorted;
-    sorted.reserve(records.size());
-    for (const std::size_t index : order) {
-        sorted.push_back(std::move(records[index]));
-    }
-    records = std::move(sorted);
+    reorder(records, sortedOrder(records, descriptors, environment));
 }
 
-void doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
-                     const SortDescriptor& third, const Environment& environment) {
+Records& doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
+                         const SortDescriptor& third, const Environment& environment) {
     std::vector<SortDescriptor> levels;
     for (const SortDescriptor& level : {first, second, third}) {
         if (!level.key.empty()) {
@@ -153,6 +148,7 @@ void doSortWithArray(Records& records, const SortDescriptor& first, const SortDe
         }
     }
     sortByDescriptors(records, levels, environment);
+    return records;
 }
 
 }  // namespace kpx

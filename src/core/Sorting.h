@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Collation.h"
-#include "core/Record.h"
+#include "region/Collation.h"
+#include "values/Record.h"
 
 #include <string>
 #include <vector>
@@ -26,8 +26,9 @@ void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& desc
 std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
                                      const Environment& environment);
 
-/// The three-key sort of the reports. A level whose key is empty takes no part.
-void doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
-                     const SortDescriptor& third, const Environment& environment);
+/// The three-key sort of the reports, in place; answers the same array. A level whose key is
+/// empty takes no part.
+Records& doSortWithArray(Records& records, const SortDescriptor& first, const SortDescriptor& second,
+                         const SortDescriptor& third, const Environment& environment);
 
 }  // namespace kpx

@@ -1,11 +1,11 @@
 #include "core/TextPattern.h"
 
-#include "core/RegionServices.h"
+#include "region/RegionServices.h"
+#include "values/Unicode.h"
 
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
-#include <unicode/utf8.h>
 
 #include <algorithm>
 
@@ -17,18 +17,10 @@ namespace {
 std::u32string charactersOfUtf8(std::string_view text) {
     std::u32string characters;
     characters.reserve(text.size());
-    const auto length = static_cast<std::int32_t>(text.size());
-    for (std::int32_t position = 0; position < length;) {
-        const std::int32_t start = position;
-        UChar32 character = 0;
-        U8_NEXT(text.data(), position, length, character);
-        if (character >= 0) {
-            characters.push_back(static_cast<char32_t>(character));
-            continue;
-        }
-        for (std::int32_t index = start; index < position; ++index) {
-            characters.push_back(0x110000U + static_cast<unsigned char>(text[static_cast<std::size_t>(index)]));
-        }
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        characters.push_back(character.valid ? character.code : 0x110000U + static_cast<unsigned char>(text.front()));
+        text.remove_prefix(character.length);
     }
     return characters;
 }
@@ -111,6 +103,13 @@ bool TextPattern::matches(std::string_view text) const {
         }
     }
     return m_pattern.find_first_not_of(U'*', place) == std::u32string::npos;
+}
+
+FoldedText::FoldedText(std::string_view text, Folding folding)
+    : m_folding(folding), m_characters(foldedCharacters(text, folding)) {}
+
+bool FoldedText::isIn(std::string_view text) const {
+    return !m_characters.empty() && foldedCharacters(text, m_folding).find(m_characters) != std::u32string::npos;
 }
 
 }  // namespace kpx

@@ -1,19 +1,12 @@
 #include "core/DataFiles.h"
-#include "core/DataFilesReplacement.h"
-#include "tests/core/TemporaryFolder.h"
 #include "tests/support/HouseholdGenerator.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <csignal>
-#include <cstdlib>
-#include <random>
-#include <thread>
 
 // The test program is linked so that every fsync of ours comes here first.
 namespace {
@@ -73,38 +66,6 @@ TEST_F(DataFilesDurability, KeepsTheOldFileWhenTheDiskIsFull) {
     }
     EXPECT_TRUE(writeArray(m_new, m_folder.path(), drugFile));
     EXPECT_EQ(read(), m_new);
-}
-
-TEST_F(DataFilesDurability, LeavesTheOldFileOrTheNewOneWhenKilled) {
-    // The child writes two contents in turn, as fast as it can, until it is killed at a random moment.
-    const std::filesystem::path path = m_folder.path() / drugFile;
-    const std::string first(30000, 'a');
-    const std::string second(50001, 'b');
-    ASSERT_TRUE(replaceFile(path, first));
-    std::mt19937 random(20240331);
-    std::size_t kills = 0;
-    std::size_t leftOver = 0;
-    for (; kills < 1000; ++kills) {
-        const pid_t child = fork();
-        if (child == 0) {
-            while (replaceFile(path, second) && replaceFile(path, first)) {
-            }
-            _exit(EXIT_FAILURE);
-        }
-        ASSERT_GT(child, 0);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
-        kill(child, SIGKILL);
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "a write failed by itself";
-        const std::string content = readFile(path);
-        ASSERT_TRUE(content == first || content == second) << content.size() << " bytes after kill " << kills;
-        leftOver += entryCount() - 1;
-        ASSERT_LE(entryCount(), 2U) << "the write after a kill removes what it left behind";
-    }
-    EXPECT_GT(leftOver, 50U) << "hardly any write was interrupted, so nothing was shown";
-    ASSERT_TRUE(replaceFile(path, first));
-    EXPECT_EQ(entryCount(), 1U);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "core/DataFiles.h"
 
-#include "core/DataFilesReplacement.h"
 #include "core/Keys.h"
-#include "core/PropertyList.h"
-#include "tests/core/PropertyListSamples.h"
-#include "tests/core/TemporaryFolder.h"
+#include "files/FileDescriptor.h"
+#include "plist/PropertyList.h"
+#include "tests/plist/PropertyListSamples.h"
 #include "tests/support/HouseholdGenerator.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "core/Sorting.h"
 
-#include "tests/core/RegionSupport.h"
+#include "tests/support/RegionSupport.h"
 
 #include <gtest/gtest.h>
 

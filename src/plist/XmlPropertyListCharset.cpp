@@ -1,0 +1,78 @@
+#include "plist/XmlPropertyListCharset.h"
+
+#include <unicode/ucnv.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace kpx {
+namespace {
+
+using namespace std::string_view_literals;
+
+struct ConverterDeleter {
+    void operator()(UConverter* converter) const { ucnv_close(converter); }
+};
+using Converter = std::unique_ptr<UConverter, ConverterDeleter>;
+
+/// The value of `encoding` in an XML declaration; empty when there is none.
+std::string declaredEncoding(std::string_view text) {
+    const std::string_view declaration = text.substr(0, text.find("?>"));
+    const std::size_t name = declaration.find("encoding");
+    const std::size_t begin = name == std::string_view::npos ? name : declaration.find_first_of("'\"", name);
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t end = declaration.find(declaration[begin], begin + 1);
+    return end == std::string_view::npos ? std::string() : std::string(declaration.substr(begin + 1, end - begin - 1));
+}
+
+/// As XML has them: letters, digits, and few signs, of which none could lead the library to a file.
+bool isEncodingName(std::string_view name) {
+    return !name.empty() &&
+           name.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-:") ==
+               std::string_view::npos;
+}
+
+}  // namespace
+
+std::optional<std::string> charsetOfXmlBytes(std::string_view bytes) {
+    if (bytes.starts_with("\0\0\xFE\xFF"sv) || bytes.starts_with("\0\0\0<"sv)) {
+        return "UTF-32BE";
+    }
+    if (bytes.starts_with("\xFF\xFE\0\0"sv) || bytes.starts_with("<\0\0\0"sv)) {
+        return "UTF-32LE";
+    }
+    if (bytes.starts_with("\x4C\x6F\xA7\x94"sv)) {
+        // Every variant has the letters of a declaration at the same places.
+        constexpr std::size_t enough = 200;
+        const auto declaration = utf8FromCharset(bytes.substr(0, enough), "ibm-37");
+        std::string charset = declaration ? declaredEncoding(*declaration) : std::string();
+        return charset.empty() ? "ibm-37" : charset;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> utf8FromCharset(std::string_view bytes, const std::string& charset) {
+    if (!isEncodingName(charset) || bytes.size() > std::numeric_limits<std::int32_t>::max()) {
+        return std::nullopt;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const Converter converter(ucnv_open(charset.c_str(), &status));
+    if (U_FAILURE(status)) {
+        return std::nullopt;
+    }
+    // By default the library replaces what it cannot read: a name would change without a word.
+    ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    const icu::UnicodeString text(bytes.data(), static_cast<std::int32_t>(bytes.size()), converter.get(), status);
+    if (U_FAILURE(status) || text.isBogus()) {
+        return std::nullopt;
+    }
+    std::string utf8;
+    text.tempSubString(text.startsWith(u"\uFEFF") ? 1 : 0).toUTF8String(utf8);
+    return utf8;
+}
+
+}  // namespace kpx

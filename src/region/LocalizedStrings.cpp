@@ -1,0 +1,117 @@
+#include "region/LocalizedStrings.h"
+
+#include "files/WholeFile.h"
+#include "plist/PropertyList.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace kpx {
+
+namespace {
+
+constexpr std::size_t longestTable = std::size_t{16} << 20;
+
+struct Placeholder {
+    std::size_t length = 0;
+    std::size_t number = 0;  ///< counted from 1; 0 takes the next argument
+};
+
+std::optional<Placeholder> leadingPlaceholder(std::string_view text) {
+    if (!text.starts_with('%')) {
+        return std::nullopt;
+    }
+    Placeholder placeholder{1, 0};
+    std::size_t number = 0;
+    const char* const begin = text.data() + 1;
+    const auto [end, error] = std::from_chars(begin, text.data() + text.size(), number);
+    if (error == std::errc{} && number > 0 && end != text.data() + text.size() && *end == '$') {
+        placeholder = {static_cast<std::size_t>(end - text.data()) + 1, number};
+    }
+    const std::string_view kind = text.substr(placeholder.length);
+    placeholder.length += kind.starts_with("ld") ? 2 : 1;
+    return kind.starts_with("ld") || kind.starts_with('@') || kind.starts_with('d') ? std::optional(placeholder)
+                                                                                    : std::nullopt;
+}
+
+std::filesystem::path folderOfLanguage(const std::filesystem::path& resources, std::string_view languageCode) {
+    return resources / (std::string(languageCode) + ".lproj");
+}
+
+constexpr char tableName[] = "Localizable.strings";
+
+}  // namespace
+
+LocalizedStrings::LocalizedStrings(const std::filesystem::path& resources, std::string_view languageCode) {
+    const WholeFile file = readWholeFile(folderOfLanguage(resources, languageCode) / tableName, longestTable);
+    const auto root = readPropertyList(file.bytes);
+    const Record* table = root ? root->as<Record>() : nullptr;
+    if (!table) {
+        return;
+    }
+    for (const auto& [key, value] : *table) {
+        if (const Text* text = value.as<Text>(); text && !text->empty()) {
+            m_table.emplace(key.string(), text->string());
+        }
+    }
+}
+
+std::string LocalizedStrings::operator()(std::string_view key) const {
+    return translation(key).value_or(std::string(key));
+}
+
+std::optional<std::string> LocalizedStrings::translation(std::string_view key) const {
+    const auto entry = m_table.find(key);
+    return entry == m_table.end() ? std::nullopt : std::optional(entry->second);
+}
+
+std::string LocalizedStrings::sentence(std::string_view whole, std::initializer_list<std::string_view> arguments,
+                                       std::string glued) const {
+    const auto translated = translation(whole);
+    return translated ? formatted(*translated, arguments) : std::move(glued);
+}
+
+std::string languageOfTexts(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes) {
+    std::error_code ignored;
+    const auto hasTable = [&](const std::string& code) {
+        return std::filesystem::is_regular_file(folderOfLanguage(resources, code) / tableName, ignored);
+    };
+    const auto hasFolder = [&](const std::string& code) {
+        return std::filesystem::is_directory(folderOfLanguage(resources, code), ignored);
+    };
+    auto best = std::ranges::find_if(languageCodes, hasTable);
+    if (best == languageCodes.end()) {
+        best = std::ranges::find_if(languageCodes, hasFolder);
+    }
+    return best == languageCodes.end() ? languageCodes.front() : *best;
+}
+
+std::string formatted(std::string_view format, std::initializer_list<std::string_view> arguments) {
+    std::string result;
+    std::size_t next = 0;
+    for (std::size_t position = 0; position < format.size();) {
+        const std::string_view rest = format.substr(position);
+        if (rest.starts_with("%%")) {
+            result += '%';
+            position += 2;
+            continue;
+        }
+        const std::optional<Placeholder> placeholder = leadingPlaceholder(rest);
+        if (!placeholder) {
+            result += rest.front();
+            ++position;
+            continue;
+        }
+        const std::size_t index = placeholder->number > 0 ? placeholder->number - 1 : next++;
+        if (index < arguments.size()) {
+            result += arguments.begin()[index];
+        }
+        position += placeholder->length;
+    }
+    return result;
+}
+
+}  // namespace kpx
