@@ -1,0 +1,155 @@
+#include "earlier/EarlierFolder.h"
+
+#include "files/FileReplacement.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <system_error>
+
+namespace kpx {
+namespace {
+
+constexpr std::size_t longestContent = std::size_t{1} << 30;
+
+std::int64_t wholeSeconds(Date date) { return static_cast<std::int64_t>(std::floor(date.secondsSince1970())); }
+
+/// Of a regular file, links followed; null for anything else.
+std::optional<struct stat> statusOf(const std::filesystem::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
+}
+
+bool areOneFile(const std::filesystem::path& left, const std::filesystem::path& right) {
+    const auto leftStatus = statusOf(left);
+    const auto rightStatus = statusOf(right);
+    return leftStatus && rightStatus && leftStatus->st_dev == rightStatus->st_dev &&
+           leftStatus->st_ino == rightStatus->st_ino;
+}
+
+bool holdTheSame(const std::filesystem::path& left, const std::string& bytes) {
+    const WholeFile file = readWholeFile(left, longestContent);
+    return file.state == WholeFile::State::Read && file.bytes == bytes;
+}
+
+void makePrivateFolder(const std::filesystem::path& folder) {
+    if (::mkdir(folder.c_str(), S_IRWXU) == 0) {
+        ::chmod(folder.c_str(), S_IRWXU);  // the mask may have taken a bit away
+    }
+}
+
+}  // namespace
+
+std::timespec fileTimeOf(Date date) {
+    const double seconds = date.secondsSince1970();
+    const double whole = std::floor(seconds);
+    constexpr double nanoseconds = 1e9;
+    return {static_cast<std::time_t>(whole), static_cast<long>((seconds - whole) * nanoseconds)};
+}
+
+EarlierFolder::EarlierFolder(std::filesystem::path dataFolder)
+    : m_dataFolder(std::move(dataFolder)), m_folder(m_dataFolder.string() + "-earlier") {}
+
+std::filesystem::path EarlierFolder::present(std::size_t file) const {
+    return m_dataFolder / householdFiles()[file].name;
+}
+
+std::filesystem::path EarlierFolder::kept(const FileContent& content) const {
+    return m_folder / nameOfKeptContent(content);
+}
+
+HouseholdContents EarlierFolder::contents(Date now) const {
+    HouseholdContents contents;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(m_folder, error);
+    for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        auto content = keptContentOfName(entry->path().filename().native());
+        const auto status = content ? statusOf(entry->path()) : std::nullopt;
+        if (!status) {
+            continue;
+        }
+        if (status->st_mtim.tv_sec > content->since) {
+            content->until = status->st_mtim.tv_sec;
+        }
+        contents[content->file].push_back(*content);
+    }
+    for (std::size_t file = 0; file < householdFileCount; ++file) {
+        if (const auto status = statusOf(present(file))) {
+            contents[file].push_back({.file = file,
+                                      .since = std::min<std::int64_t>(status->st_mtim.tv_sec, wholeSeconds(now)),
+                                      .isPresent = true});
+        }
+        std::ranges::sort(contents[file], {}, &FileContent::order);
+    }
+    return contents;
+}
+
+WholeFile EarlierFolder::read(const FileContent& content) const {
+    return readWholeFile(content.isPresent ? present(content.file) : kept(content), longestContent);
+}
+
+std::optional<FileContent> EarlierFolder::keep(std::size_t file, bool asDeletion,
+                                               const HouseholdContents& contents) const {
+    const auto now = std::ranges::find(contents[file], true, &FileContent::isPresent);
+    FileContent content = *now;
+    content.isPresent = false;
+    content.wasDeletedFrom = asDeletion;
+    const std::filesystem::path source = present(file);
+    const FileContent* last = nullptr;
+    for (const FileContent& other : contents[file]) {
+        if (!other.isPresent && other.since == content.since) {
+            last = &other;
+            content.number = other.number + 1;
+        }
+    }
+    // A write that failed, or was killed, has kept this content already.
+    const auto keptBefore = [&](const FileContent& before) -> std::optional<FileContent> {
+        content.number = before.number;
+        content.wasDeletedFrom = asDeletion || before.wasDeletedFrom;
+        const bool named = content.wasDeletedFrom == before.wasDeletedFrom ||
+                           ::rename(kept(before).c_str(), kept(content).c_str()) == 0;
+        return named ? std::optional(content) : std::nullopt;
+    };
+    if (last && areOneFile(kept(*last), source)) {
+        return keptBefore(*last);
+    }
+    makePrivateFolder(m_folder);
+    const std::filesystem::path name = kept(content);
+    if (::linkat(AT_FDCWD, source.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+        return content;
+    }
+    const WholeFile copied = errno == EEXIST ? WholeFile{} : readWholeFile(source, longestContent);
+    if (copied.state != WholeFile::State::Read) {
+        return std::nullopt;
+    }
+    if (last && holdTheSame(kept(*last), copied.bytes)) {
+        return keptBefore(*last);
+    }
+    const NewContent copy{.bytes = copied.bytes,
+                          .time = fileTimeOf(Date::fromSecondsSince1970(static_cast<double>(content.since)))};
+    return replaceFile(name, copy) ? std::optional(content) : std::nullopt;
+}
+
+void EarlierFolder::setUntil(const FileContent& content, Date replaced) const {
+    const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(replaced)};
+    ::utimensat(AT_FDCWD, kept(content).c_str(), times, 0);
+}
+
+void EarlierFolder::remove(const FileContent& content) const { ::unlink(kept(content).c_str()); }
+
+void settleFutureTimes(const std::filesystem::path& dataFolder, Date now) {
+    for (const HouseholdFile& file : householdFiles()) {
+        const std::filesystem::path path = dataFolder / file.name;
+        const auto status = statusOf(path);
+        if (status && status->st_mtim.tv_sec > wholeSeconds(now)) {
+            const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(now)};
+            ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+        }
+    }
+}
+
+}  // namespace kpx

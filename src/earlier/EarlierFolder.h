@@ -1,0 +1,55 @@
+#pragma once
+
+#include "earlier/FileContent.h"
+#include "files/WholeFile.h"
+#include "values/Date.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace kpx {
+
+/// The folder of kept contents, "Velmora-earlier" beside the data folder "Velmora", mode 0700.
+///
+/// To keep a content costs a hard link: data files are replaced by renaming, so the old one stays as it is under
+/// its second name. Where the file system has no links, a copy is made.
+///
+/// A kept file's own time of last change is when it was replaced; its name says when it was written. Between the
+/// two it was in force, and a hole between two kept contents can be seen.
+class EarlierFolder {
+public:
+    explicit EarlierFolder(std::filesystem::path dataFolder);
+
+    /// What is known of each file, the one in the data folder included. What claims to be written later than
+    /// `now` counts as written now; the folder need not exist.
+    HouseholdContents contents(Date now) const;
+
+    /// The content's bytes, wherever it stands.
+    WholeFile read(const FileContent& content) const;
+
+    /// Keeps what stands in the data folder now, once, however often it is asked to; under the name of a deletion
+    /// if that is what is about to replace it. `contents` are those of this moment. Null when it cannot be kept.
+    /// REQUIRES: contents has a present content of that file.
+    std::optional<FileContent> keep(std::size_t file, bool asDeletion, const HouseholdContents& contents) const;
+
+    /// Notes when a kept content was replaced.
+    void setUntil(const FileContent& kept, Date replaced) const;
+
+    void remove(const FileContent& kept) const;
+
+private:
+    std::filesystem::path present(std::size_t file) const;
+    std::filesystem::path kept(const FileContent& content) const;
+
+    std::filesystem::path m_dataFolder;
+    std::filesystem::path m_folder;
+};
+
+/// As files count time.
+std::timespec fileTimeOf(Date date);
+
+/// Gives the data files that claim to be of the future, as after a clock was put right, the time of now: each
+/// content has its place among the others.
+void settleFutureTimes(const std::filesystem::path& dataFolder, Date now);
+
+}  // namespace kpx

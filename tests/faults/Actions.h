@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kpx::faults {
+
+/// Something a user does that writes, in the runner's words.
+struct Action {
+    const char* name;
+    std::vector<std::string> before;  ///< until the form stands
+    std::vector<std::string> act;     ///< what writes
+};
+
+/// A small household that has been changed before, so that there are earlier states.
+const std::vector<std::string>& madeHousehold();
+
+/// All that writes a data file.
+const std::vector<Action>& writingActions();
+
+/// A start, and an addition to each of the five files.
+const std::vector<std::string>& startAndWriteAll();
+
+}  // namespace kpx::faults

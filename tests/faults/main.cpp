@@ -1,0 +1,336 @@
+// faults: fails every call of the system that a writing action makes, in each way in which it can fail, and kills the
+// program before, after and within each. Whatever befalls it, each data file holds the state before the action or the
+// one after it, the next start reads it, and after the next writes nothing but the data files is left.
+//
+// Each trial is a copy of a process that stands right before the action, so all of them are the same each time. A
+// superuser runs the trials as nobody, too. With KPX_LONG each call fails in all its ways, else in some of them.
+
+#include "core/DataFiles.h"
+#include "earlier/FileContent.h"
+#include "tests/faults/Actions.h"
+#include "tests/faults/SystemCalls.h"
+#include "tests/runner/Commands.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestPlatform.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace kpx;
+using namespace kpx::faults;
+using kpx::test::readFile;
+using kpx::test::TemporaryFolder;
+
+constexpr const char* dataFolder = "Velmora";
+
+/// The bytes of every file below a folder, by its path there.
+using Tree = std::map<std::string, std::string>;
+
+Tree treeOf(const fs::path& folder) {
+    Tree tree;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            tree[entry.path().lexically_relative(folder).string()] = readFile(entry.path());
+        }
+    }
+    return tree;
+}
+
+/// Hard links stay what they are, and so do the times of the files.
+void restore(const fs::path& from, const fs::path& to) {
+    for (const char* part : {dataFolder, "Velmora-earlier"}) {
+        fs::create_directories(to / part);
+        for (const auto& entry : fs::directory_iterator(to / part)) {
+            fs::remove_all(entry.path());
+        }
+        if (!fs::exists(from / part)) {
+            continue;
+        }
+        for (const auto& entry : fs::directory_iterator(from / part)) {
+            const fs::path copy = to / part / entry.path().filename();
+            fs::copy_file(entry.path(), copy);
+            fs::last_write_time(copy, fs::last_write_time(entry.path()));
+        }
+    }
+}
+
+test::Surroundings surroundingsIn(const fs::path& folder) {
+    return {test::regionOf("en_US.UTF-8", "America/New_York"), folder, folder / "config"};
+}
+
+/// A session in the folder; ends the process when a command cannot be carried out.
+class Run {
+public:
+    explicit Run(const fs::path& folder) : m_session(surroundingsIn(folder), [](const test::Json&) {}) {}
+
+    void operator()(const std::vector<std::string>& commands, bool mustSucceed = true) {
+        for (const std::string& line : commands) {
+            const auto words = std::get<runner::Words>(runner::splitLine(line));
+            const auto command = runner::parseCommand(words, m_session.platform.localTime);
+            const test::Json result = runner::runCommand(m_session, std::get<runner::Command>(command));
+            if (mustSucceed && !result["ok"].get<bool>()) {
+                std::cerr << line << ": " << result.dump() << '\n';
+                std::_Exit(EXIT_FAILURE);
+            }
+        }
+    }
+
+private:
+    runner::Session m_session;
+};
+
+/// How a process of its own that does the work ends: its exit status, or the negative signal.
+int inProcess(const std::function<void()>& work) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        work();
+        std::_Exit(EXIT_SUCCESS);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+const char* wordOf(Fault fault) {
+    switch (fault) {
+        case Fault::None:
+            return "nothing";
+        case Fault::Error:
+            return "error";
+        case Fault::Short:
+            return "half of it";
+        case Fault::KillBefore:
+            return "kill before";
+        case Fault::KillWithin:
+            return "kill within";
+        case Fault::KillAfter:
+            return "kill after";
+    }
+    return "";
+}
+
+/// The trials of one action, in a process that stands right before it.
+class Trials {
+public:
+    Trials(const Action& action, const fs::path& root, bool all)
+        : m_action(action),
+          m_root(root),
+          m_live(root / "live"),
+          m_start(root / "start"),
+          m_check(root / "check"),
+          m_all(all) {}
+
+    /// The number of states that are not allowed.
+    int operator()() {
+        restore(m_root / "household", m_live);
+        Run run(m_live);
+        run({"clock 2024-03-07T12:00:00", "start"});
+        run(m_action.before);
+        restore(m_live, m_start);
+        const std::vector<Call> calls = callsOf(run);
+        m_after = treeOf(m_live);
+        restore(m_start, m_live);
+        m_before = treeOf(m_live);
+        if (calls.size() < 20 || dataFilesOf(m_before) == dataFilesOf(m_after)) {
+            return complain({}, "the action writes nothing");
+        }
+        for (const Call& call : calls) {
+            tryFaultsOf(call, run);
+        }
+        std::cout << m_action.name << ": " << calls.size() << " calls, " << m_trials << " trials, " << m_checked.size()
+                  << " different outcomes, " << m_wrong << " wrong\n";
+        return m_wrong;
+    }
+
+private:
+    /// Handed over in a file, as the calls are counted in another process.
+    std::vector<Call> callsOf(Run& run) {
+        const fs::path list = m_root / "calls";
+        inProcess([&] {
+            const auto calls = counted({}, [&] { run(m_action.act); });
+            std::string text;
+            for (const Call& call : calls) {
+                text += call.name + '\n';
+                for (const Plan& plan : call.faults) {
+                    text += std::to_string(plan.call) + ' ' + std::to_string(static_cast<int>(plan.fault)) + ' ' +
+                            std::to_string(plan.error) + '\n';
+                }
+            }
+            test::writeFile(list, text);
+        });
+        std::vector<Call> calls;
+        std::istringstream lines(readFile(list));
+        for (std::string line; std::getline(lines, line);) {
+            std::istringstream numbers(line);
+            Plan plan;
+            int fault = 0;
+            if (numbers >> plan.call >> fault >> plan.error) {
+                plan.fault = static_cast<Fault>(fault);
+                calls.back().faults.push_back(plan);
+            } else {
+                calls.push_back({line, {}});
+            }
+        }
+        return calls;
+    }
+
+    void tryFaultsOf(const Call& call, Run& run) {
+        for (std::size_t index = 0; index < call.faults.size(); ++index) {
+            const Plan& plan = call.faults[index];
+            // A kill after one call is one before the next.
+            const bool isChosen = plan.fault == Fault::KillBefore || plan.fault == Fault::KillWithin ||
+                                  plan.fault == Fault::Short ||
+                                  (plan.fault == Fault::Error && (plan.call + index) % 3 == 0);
+            if (m_all || isChosen) {
+                tryOut(call, plan, run);
+            }
+        }
+    }
+
+    void tryOut(const Call& call, const Plan& plan, Run& run) {
+        ++m_trials;
+        const int status = inProcess([&] { counted(plan, [&] { run(m_action.act, false); }); });
+        const bool killed = plan.fault >= Fault::KillBefore;
+        const std::string what = call.name + " (" + std::to_string(plan.call) + "), " + wordOf(plan.fault) +
+                                 (plan.fault == Fault::Error ? std::string(" ") + ::strerrorname_np(plan.error) : "");
+        if (status != (killed ? -SIGKILL : EXIT_SUCCESS)) {
+            complain(what, "ended with " + std::to_string(status));
+        }
+        const Tree left = treeOf(m_live);
+        if (const std::string wrong = wrongIn(left); !wrong.empty()) {
+            complain(what, wrong);
+        }
+        restore(m_start, m_live);
+    }
+
+    static Tree dataFilesOf(const Tree& tree) {
+        Tree files;
+        for (const HouseholdFile& file : householdFiles()) {
+            const auto found = tree.find(std::string(dataFolder) + '/' + std::string(file.name));
+            files[std::string(file.name)] = found == tree.end() ? "missing" : found->second;
+        }
+        return files;
+    }
+
+    static bool isKept(const Tree& tree, const std::string& bytes) {
+        return std::ranges::any_of(
+            tree, [&](const auto& file) { return file.first.starts_with("Velmora-earlier/") && file.second == bytes; });
+    }
+
+    /// What is not allowed of what a trial left; empty when all is.
+    std::string wrongIn(const Tree& left) {
+        const Tree before = dataFilesOf(m_before);
+        const Tree after = dataFilesOf(m_after);
+        int changed = 0;
+        int changes = 0;
+        for (const auto& [name, bytes] : dataFilesOf(left)) {
+            if (bytes != before.at(name) && bytes != after.at(name)) {
+                return name + " is neither the old nor the new one";
+            }
+            changes += before.at(name) != after.at(name) ? 1 : 0;
+            if (bytes != before.at(name)) {
+                ++changed;
+                // What several files of which were exchanged can be had back from what is kept.
+                if (changes > 1 && !isKept(left, before.at(name))) {
+                    return name + " was replaced and not kept";
+                }
+            }
+        }
+        return m_checked.insert(left).second ? wrongAfterwards() : std::string();
+    }
+
+    /// The next start, and the next write of each file.
+    std::string wrongAfterwards() {
+        restore(m_live, m_check);
+        const int status = inProcess([&] {
+            Run run(m_check);
+            run({"clock 2024-03-08T12:00:00"});
+            run(startAndWriteAll());
+        });
+        if (status != EXIT_SUCCESS) {
+            return "the next start and write end with " + std::to_string(status);
+        }
+        const Tree left = treeOf(m_check / dataFolder);
+        if (left.size() != householdFileCount) {
+            return "something is left beside the data files";
+        }
+        for (const auto& [name, bytes] : left) {
+            const auto records = recordsFromBytes(bytes);
+            const auto old = recordsFromBytes(readFile(m_live / dataFolder / name));
+            if (!records || !old || records->size() != old->size() + 1) {
+                return name + " did not gain the next record";
+            }
+        }
+        for (const auto& entry : fs::directory_iterator(m_check / "Velmora-earlier")) {
+            if (!keptContentOfName(entry.path().filename().native()) || !recordsFromBytes(readFile(entry.path()))) {
+                return entry.path().filename().string() + " is no kept content";
+            }
+        }
+        return {};
+    }
+
+    int complain(const std::string& fault, const std::string& wrong) {
+        std::cout << "  " << m_action.name << ": " << fault << ": " << wrong << '\n';
+        return ++m_wrong;
+    }
+
+    const Action& m_action;
+    fs::path m_root;
+    fs::path m_live;
+    fs::path m_start;
+    fs::path m_check;
+    bool m_all;
+    Tree m_before;
+    Tree m_after;
+    std::set<Tree> m_checked;
+    int m_trials = 0;
+    int m_wrong = 0;
+};
+
+/// The number of actions with a state that is not allowed.
+int tryAll(bool all) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder.path() / "household" / dataFolder);
+    const int made = inProcess([&] { Run(folder.path() / "household")(madeHousehold()); });
+    int wrong = made == EXIT_SUCCESS ? 0 : 1;
+    for (const Action& action : writingActions()) {
+        wrong += inProcess([&] {
+                     const int found = Trials(action, folder.path(), all)();
+                     std::cout.flush();
+                     std::_Exit(found == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
+                 }) == EXIT_SUCCESS
+                     ? 0
+                     : 1;
+    }
+    return wrong;
+}
+
+}  // namespace
+
+int main() {
+    const bool all = std::getenv("KPX_LONG") != nullptr;
+    const int asNobody = inProcess([&] {
+        if (!test::becomeNobody() || tryAll(all) > 0) {
+            std::_Exit(EXIT_FAILURE);
+        }
+    });
+    std::cout.flush();
+    const bool isSuperuser = ::geteuid() == 0;
+    const bool wrong = asNobody != EXIT_SUCCESS || (isSuperuser && tryAll(all) > 0);
+    return wrong ? EXIT_FAILURE : EXIT_SUCCESS;
+}
