@@ -1,7 +1,9 @@
 #include "reminders/ReminderFolder.h"
 
-#include "core/PropertyList.h"
-#include "core/Record.h"
+#include "files/FileReplacement.h"
+#include "files/WholeFile.h"
+#include "plist/PropertyList.h"
+#include "values/Record.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -10,9 +12,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
-#include <iterator>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
 #include <system_error>
+#include <thread>
 
 namespace kpx {
 
@@ -21,14 +26,31 @@ namespace {
 constexpr const char* lockName = "lock";
 constexpr const char* serverName = "server";
 constexpr const char* damagedEnd = ".damaged";
+/// Far more than any text of ours: what is longer is no reminder.
+constexpr std::size_t longestFile = 16U << 20U;
 
-std::optional<std::string> contentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        return std::nullopt;
-    }
-    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+FileDescriptor openFolder(const std::filesystem::path& path) {
+    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
+
+/// Keeps the others out of the folder for the length of one step, so that a listing and what follows from it belong
+/// together. Whoever holds it lets go within microseconds; a holder that was stopped in between holds nobody up.
+class Turn {
+public:
+    explicit Turn(const std::filesystem::path& path) : m_folder(openFolder(path)) {
+        using namespace std::chrono_literals;
+        constexpr int mostTries = 200;
+        for (int tries = 0; m_folder && tries < mostTries; ++tries) {
+            if (::flock(m_folder.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+                return;
+            }
+            std::this_thread::sleep_for(5ms);
+        }
+    }
+
+private:
+    FileDescriptor m_folder;
+};
 
 bool makePrivateFolders(const std::filesystem::path& path) {
     std::error_code error;
@@ -38,97 +60,236 @@ bool makePrivateFolders(const std::filesystem::path& path) {
     if (path.has_parent_path() && path != path.parent_path() && !makePrivateFolders(path.parent_path())) {
         return false;
     }
-    return ::mkdir(path.c_str(), S_IRWXU) == 0 || errno == EEXIST;
+    return ::mkdir(path.c_str(), S_IRWXU) == 0 || std::filesystem::is_directory(path, error);
 }
 
-}  // namespace
-
-std::optional<ReminderFolder> ReminderFolder::open(std::filesystem::path path) {
-    if (!makePrivateFolders(path)) {
-        return std::nullopt;
-    }
-    FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder) {
-        return std::nullopt;
-    }
-    FileDescriptor lock(::openat(folder.get(), lockName, O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    if (!lock) {
-        return std::nullopt;
-    }
-    while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
-    }
-    return ReminderFolder(std::move(path), std::move(folder), std::move(lock));
-}
-
-bool ReminderFolder::holdsAny(const std::filesystem::path& path) {
+/// None when the folder cannot be read.
+std::optional<std::vector<Reminder>> remindersIn(const std::filesystem::path& path) {
+    std::vector<Reminder> reminders;
     std::error_code error;
     std::filesystem::directory_iterator entry(path, error);
     for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
-        if (reminderFromFileName(entry->path().filename().string())) {
-            return true;
+        if (const auto reminder = reminderFromFileName(entry->path().filename().string())) {
+            reminders.push_back(*reminder);
         }
     }
-    return false;
-}
-
-std::vector<Reminder> ReminderFolder::load() const {
-    std::vector<Reminder> reminders;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(m_path, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string name = entry->path().filename();
-        if (const auto reminder = reminderFromFileName(name)) {
-            reminders.push_back(*reminder);
-        } else if (name.starts_with('.') && name.ends_with(".tmp")) {
-            ::unlinkat(m_folder.get(), name.c_str(), 0);  // the half-written file of an agent that was killed
-        }
+    if (error && error != std::errc::no_such_file_or_directory) {
+        return std::nullopt;
     }
     // Identifiers begin with the time at which they were given.
     std::ranges::sort(reminders, {}, &Reminder::identifier);
     return reminders;
 }
 
-std::optional<ReminderContent> ReminderFolder::read(const Reminder& reminder) const {
-    const std::string name = fileNameFromReminder(reminder);
-    const auto bytes = contentOf(m_path / name);
-    const auto value = bytes ? readPropertyList(*bytes) : std::nullopt;
+std::optional<Reminder> foundIn(const std::filesystem::path& path, std::string_view identifier) {
+    const auto reminders = remindersIn(path).value_or(std::vector<Reminder>());
+    const auto found = std::ranges::find(reminders, identifier, &Reminder::identifier);
+    return found == reminders.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<ReminderContent> contentFromBytes(std::string_view bytes) {
+    const auto value = readPropertyList(bytes);
     const Record* record = value ? value->as<Record>() : nullptr;
     const auto title = record ? record->text("title") : std::nullopt;
     const auto text = record ? record->text("text") : std::nullopt;
     if (!title || !text) {
-        ::renameat(m_folder.get(), name.c_str(), m_folder.get(), (name + damagedEnd).c_str());
         return std::nullopt;
     }
     const Value* sound = record->find("sound");
     const bool* sounds = sound ? sound->as<bool>() : nullptr;
-    return ReminderContent{title->string(), text->string(), sounds && *sounds};
+    return ReminderContent{title->string(), text->string(), sounds && *sounds,
+                           static_cast<int>(record->integer("lead"))};
+}
+
+bool write(const std::filesystem::path& file, const ReminderContent& content) {
+    const auto bytes = writePropertyList(Record{{"title", content.title},
+                                                {"text", content.text},
+                                                {"sound", content.sound},
+                                                {"lead", std::int64_t(content.lead)}});
+    return bytes && replaceFile(file, *bytes);
+}
+
+}  // namespace
+
+std::string newReminderIdentifier() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    std::random_device random;
+    char text[32];
+    std::snprintf(text, sizeof text, "%012llx%08x%08x",
+                  static_cast<unsigned long long>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()),
+                  random(), random());
+    return text;
+}
+
+std::filesystem::path remindersFolder() {
+    const auto folderIn = [](const char* variable) {
+        const char* value = std::getenv(variable);
+        const std::filesystem::path folder = value ? value : "";
+        return folder.is_absolute() ? folder : std::filesystem::path();
+    };
+    if (const auto state = folderIn("XDG_STATE_HOME"); !state.empty()) {
+        return state / "Velmora/reminders";
+    }
+    const auto home = folderIn("HOME");
+    return home.empty() ? home : home / ".local/state/Velmora/reminders";
+}
+
+bool ReminderFolder::make() const { return makePrivateFolders(m_path); }
+
+std::optional<std::vector<Reminder>> ReminderFolder::load() const {
+    const Turn turn(m_path);
+    return remindersIn(m_path);
+}
+
+std::optional<Reminder> ReminderFolder::find(std::string_view identifier) const {
+    const Turn turn(m_path);
+    return foundIn(m_path, identifier);
+}
+
+std::optional<Reminder> ReminderFolder::findByText(std::string_view text) const {
+    std::optional<Reminder> found;
+    for (const Reminder& reminder : load().value_or(std::vector<Reminder>())) {
+        if (reminder.phase == Phase::Withdrawn || isStanding(reminder) || (found && !reminder.deliveredDay)) {
+            continue;
+        }
+        if (const FoundContent content = read(reminder);
+            content.state == FoundContent::State::Whole && content.content.text == text) {
+            found = reminder;
+        }
+        if (found && found->deliveredDay) {
+            break;
+        }
+    }
+    return found;
+}
+
+FoundContent ReminderFolder::read(const Reminder& reminder) const {
+    const std::string name = fileNameFromReminder(reminder);
+    const WholeFile file = readWholeFile(m_path / name, longestFile);
+    if (file.state != WholeFile::State::Read) {
+        return {file.state == WholeFile::State::Missing ? FoundContent::State::Gone : FoundContent::State::Unreadable,
+                {}};
+    }
+    if (const auto content = contentFromBytes(file.bytes)) {
+        return {FoundContent::State::Whole, *content};
+    }
+    rename(name, name + damagedEnd);
+    return {FoundContent::State::Damaged, {}};
 }
 
 bool ReminderFolder::add(const Reminder& reminder, const ReminderContent& content) const {
-    const auto bytes =
-        writePropertyList(Record{{"title", content.title}, {"text", content.text}, {"sound", content.sound}});
-    return bytes && replaceFile(m_path / fileNameFromReminder(reminder), *bytes) && synchronize();
+    if (!make()) {
+        return false;
+    }
+    const Turn turn(m_path);
+    return foundIn(m_path, reminder.identifier) ||
+           (write(m_path / fileNameFromReminder(reminder), content) && synchronize());
+}
+
+bool ReminderFolder::withdraw(std::string_view identifier) const {
+    const Turn turn(m_path);
+    const auto reminder = foundIn(m_path, identifier);
+    if (!reminder || reminder->phase == Phase::Withdrawn) {
+        return true;
+    }
+    if (reminder->phase != Phase::Shown) {
+        return remove(*reminder);
+    }
+    Reminder withdrawn = *reminder;
+    withdrawn.phase = Phase::Withdrawn;
+    return change(*reminder, withdrawn) && synchronize();
 }
 
 bool ReminderFolder::remove(const Reminder& reminder) const {
-    const int result = ::unlinkat(m_folder.get(), fileNameFromReminder(reminder).c_str(), 0);
+    const int result = ::unlink((m_path / fileNameFromReminder(reminder)).c_str());
     return (result == 0 || errno == ENOENT) && synchronize();
 }
 
 bool ReminderFolder::change(const Reminder& from, const Reminder& to) const {
-    return from == to || ::renameat(m_folder.get(), fileNameFromReminder(from).c_str(), m_folder.get(),
-                                    fileNameFromReminder(to).c_str()) == 0;
+    return from == to || rename(fileNameFromReminder(from), fileNameFromReminder(to));
 }
 
-bool ReminderFolder::synchronize() const { return ::fsync(m_folder.get()) == 0; }
+bool ReminderFolder::rename(const std::string& from, const std::string& to) const {
+    return ::rename((m_path / from).c_str(), (m_path / to).c_str()) == 0;
+}
 
-std::string ReminderFolder::server() const { return contentOf(m_path / serverName).value_or(""); }
+bool ReminderFolder::synchronize() const {
+    const FileDescriptor folder = openFolder(m_path);
+    return folder && ::fsync(folder.get()) == 0;
+}
+
+std::optional<int> ReminderFolder::standingLead() const {
+    const auto standing = find(standingIdentifier);
+    const FoundContent found = standing && standing->phase != Phase::Withdrawn ? read(*standing) : FoundContent();
+    return found.state == FoundContent::State::Whole ? std::optional(found.content.lead) : std::nullopt;
+}
+
+bool ReminderFolder::setStandingLead(std::optional<int> lead, LocalTime now) const {
+    if (!lead) {
+        return withdraw(standingIdentifier);
+    }
+    if (!make()) {
+        return false;
+    }
+    const Turn turn(m_path);
+    auto standing = foundIn(m_path, standingIdentifier);
+    if (standing && standing->phase == Phase::Withdrawn) {
+        // Its notification stays on the screen: nobody is left to close it.
+        if (!remove(*standing)) {
+            return false;
+        }
+        standing.reset();
+    }
+    const Reminder kept = standing.value_or(newStandingReminder(now));
+    return write(m_path / fileNameFromReminder(kept), {.title = {}, .text = {}, .sound = true, .lead = *lead}) &&
+           synchronize();
+}
+
+std::string ReminderFolder::server() const { return readWholeFile(m_path / serverName, longestFile).bytes; }
 
 void ReminderFolder::setServer(const std::string& server) const {
     // Should it fail, the numbers are forgotten at the next start: clicks of notifications shown by now would
     // then go unheard, and the reminders come again the next day.
     if (server != this->server()) {
         static_cast<void>(replaceFile(m_path / serverName, server));
+    }
+}
+
+void ReminderFolder::removeLeftovers() const {
+    const Turn turn(m_path);
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(m_path, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        if (!name.starts_with('.') || !name.ends_with(".tmp")) {
+            continue;
+        }
+        // Whoever still writes holds a lock on it.
+        const FileDescriptor file(::open(entry->path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+            ::unlink(entry->path().c_str());
+        }
+    }
+}
+
+DeliveryLock::Outcome DeliveryLock::tryToGet(const std::filesystem::path& folder) {
+    if (m_descriptor) {
+        return Outcome::Held;
+    }
+    FileDescriptor lock(::open((folder / lockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!lock) {
+        return Outcome::Impossible;
+    }
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+        return Outcome::TakenByAnother;
+    }
+    m_descriptor.emplace(std::move(lock));
+    return Outcome::Held;
+}
+
+void DeliveryLock::waitUntilFree(const std::filesystem::path& folder) {
+    const FileDescriptor lock(::open((folder / lockName).c_str(), O_RDWR | O_CLOEXEC));
+    while (lock && ::flock(lock.get(), LOCK_SH) != 0 && errno == EINTR) {
     }
 }
 

@@ -12,6 +12,7 @@ namespace {
 using std::chrono::days;
 
 constexpr std::string_view never = "never";
+constexpr std::string_view withdrawn = "withdrawn-";
 constexpr std::array<std::pair<Phase, std::string_view>, 3> phaseNames{
     {{Phase::Waiting, "waiting"}, {Phase::Posting, "posting"}, {Phase::Clicked, "clicked"}}};
 
@@ -34,25 +35,38 @@ std::string_view nextPart(std::string_view& rest) {
 }
 
 std::string phaseText(const Reminder& reminder) {
+    if (reminder.phase == Phase::Withdrawn) {
+        return std::string(withdrawn) + std::to_string(reminder.notification);
+    }
     const auto found = std::ranges::find(phaseNames, reminder.phase, &std::pair<Phase, std::string_view>::first);
     return found == phaseNames.end() ? std::to_string(reminder.notification) : std::string(found->second);
 }
 
 }  // namespace
 
-Day lastDueDay(LocalTime now) { return now.timeOfDay >= deliveryTime ? now.day : now.day - days(1); }
+Reminder newStandingReminder(LocalTime now) {
+    return {.identifier = std::string(standingIdentifier),
+            .firstDay = lastDueDay(now) + days(1),
+            .deliveredDay = std::nullopt};
+}
+
+LocalDay dayDeliveredNow(const Reminder& reminder, LocalTime now) {
+    return isStanding(reminder) ? lastDueDay(now) : now.day;
+}
+
+LocalDay lastDueDay(LocalTime now) { return now.timeOfDay >= deliveryTime ? now.day : now.day - days(1); }
 
 bool isDue(const Reminder& reminder, LocalTime now) {
-    const Day due = lastDueDay(now);
+    const LocalDay due = lastDueDay(now);
     return reminder.firstDay <= due && (!reminder.deliveredDay || *reminder.deliveredDay < due);
 }
 
-std::optional<Day> nextDueDay(std::span<const Reminder> reminders, LocalTime now) {
-    std::optional<Day> next;
-    const Day earliest = lastDueDay(now) + days(1);
+std::optional<LocalDay> nextDueDay(std::span<const Reminder> reminders, LocalTime now) {
+    std::optional<LocalDay> next;
+    const LocalDay earliest = lastDueDay(now) + days(1);
     for (const Reminder& reminder : reminders) {
-        const Day notYetDelivered = reminder.deliveredDay ? *reminder.deliveredDay + days(1) : earliest;
-        const Day day = std::max({earliest, reminder.firstDay, notYetDelivered});
+        const LocalDay notYetDelivered = reminder.deliveredDay ? *reminder.deliveredDay + days(1) : earliest;
+        const LocalDay day = std::max({earliest, reminder.firstDay, notYetDelivered});
         next = std::min(next.value_or(day), day);
     }
     return next;
@@ -65,7 +79,7 @@ Reminder withSaneDeliveredDay(Reminder reminder, LocalTime now) {
     return reminder;
 }
 
-std::string textFromDay(Day day) {
+std::string textFromDay(LocalDay day) {
     const std::chrono::year_month_day date(day);
     char text[32];
     std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()),
@@ -73,7 +87,7 @@ std::string textFromDay(Day day) {
     return text;
 }
 
-std::optional<Day> dayFromText(std::string_view text) {
+std::optional<LocalDay> dayFromText(std::string_view text) {
     if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
         return std::nullopt;
     }
@@ -85,7 +99,7 @@ std::optional<Day> dayFromText(std::string_view text) {
     }
     const std::chrono::year_month_day date{std::chrono::year(*year), std::chrono::month(*month),
                                            std::chrono::day(*day)};
-    return date.ok() ? std::optional(Day(date)) : std::nullopt;
+    return date.ok() ? std::optional(LocalDay(date)) : std::nullopt;
 }
 
 std::string fileNameFromReminder(const Reminder& reminder) {
@@ -114,11 +128,15 @@ std::optional<Reminder> reminderFromFileName(std::string_view name) {
         reminder.phase = phase->first;
         return reminder;
     }
+    reminder.phase = Phase::Shown;
+    if (name.starts_with(withdrawn)) {
+        reminder.phase = Phase::Withdrawn;
+        name.remove_prefix(withdrawn.size());
+    }
     const auto notification = wholeNumber<std::uint32_t>(name);
     if (!notification || *notification == 0) {
         return std::nullopt;
     }
-    reminder.phase = Phase::Shown;
     reminder.notification = *notification;
     return reminder;
 }

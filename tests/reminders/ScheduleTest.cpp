@@ -10,9 +10,9 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::local_days;
 
-Day day(unsigned number) { return local_days(2026y / std::chrono::November / std::chrono::day(number)); }
+LocalDay day(unsigned number) { return local_days(2026y / std::chrono::November / std::chrono::day(number)); }
 
-std::optional<Day> delivered(unsigned number) { return number == 0 ? std::nullopt : std::optional(day(number)); }
+std::optional<LocalDay> delivered(unsigned number) { return number == 0 ? std::nullopt : std::optional(day(number)); }
 
 TEST(Schedule, IsDueFromEightOnceForEachDay) {
     struct Row {
@@ -45,6 +45,17 @@ TEST(Schedule, IsDueFromEightOnceForEachDay) {
             .identifier = "a", .firstDay = day(row.firstDay), .deliveredDay = delivered(row.deliveredDay)};
         EXPECT_EQ(isDue(reminder, {day(row.today), row.timeOfDay}), row.isDue);
     }
+}
+
+TEST(Schedule, WhatComesEarlyIsThatDaysShowing) {
+    const Reminder usual{.identifier = "a", .firstDay = day(20), .deliveredDay = std::nullopt};
+    EXPECT_EQ(dayDeliveredNow(usual, {day(21), 8h}), day(21));
+    EXPECT_EQ(dayDeliveredNow(usual, {day(21), 6h}), day(21));
+    const Reminder standing = newStandingReminder({day(19), 9h});
+    EXPECT_EQ(standing.firstDay, day(20));
+    EXPECT_EQ(newStandingReminder({day(19), 7h}).firstDay, day(19));
+    EXPECT_EQ(dayDeliveredNow(standing, {day(21), 8h}), day(21));
+    EXPECT_EQ(dayDeliveredNow(standing, {day(21), 6h}), day(20));
 }
 
 TEST(Schedule, WakesAtTheNextEightThatHasAnythingToDo) {
@@ -128,6 +139,7 @@ TEST(Schedule, TheNameOfTheFileIsTheReminder) {
         {"a1.2026-11-21.2026-11-22.waiting", {"a1", day(21), day(22), Phase::Waiting, 0}},
         {"a1.2026-11-21.2026-11-22.posting", {"a1", day(21), day(22), Phase::Posting, 0}},
         {"a1.2026-11-21.2026-11-22.clicked", {"a1", day(21), day(22), Phase::Clicked, 0}},
+        {"a1.2026-11-21.2026-11-22.withdrawn-7", {"a1", day(21), day(22), Phase::Withdrawn, 7}},
         {"a1.2026-11-21.2026-11-22.4294967295", {"a1", day(21), day(22), Phase::Shown, 4294967295U}},
     };
     for (const Row& row : rows) {
@@ -148,6 +160,8 @@ TEST(Schedule, TheNameOfTheFileIsTheReminder) {
         "a1.2026-11-21.2026-11-22.0",
         "a1.2026-11-21.2026-11-22.4294967296",
         "a1.2026-11-21.2026-11-22.-1",
+        "a1.2026-11-21.2026-11-22.withdrawn",
+        "a1.2026-11-21.2026-11-22.withdrawn-0",
         ".a1.2026-11-21.never.waiting.0123456789abcdef.tmp",
     };
     for (const auto name : none) {

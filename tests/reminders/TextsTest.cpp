@@ -1,5 +1,5 @@
-#include "reminders/Autostart.h"
-#include "reminders/NotificationServer.h"
+#include "agent/Autostart.h"
+#include "agent/NotificationServer.h"
 
 #include <gtest/gtest.h>
 
@@ -31,6 +31,7 @@ TEST(NotificationBody, IsShownPlainly) {
         SCOPED_TRACE(row.text.substr(0, 40));
         EXPECT_EQ(notificationBody(row.text, row.markup).toStdString(), row.body);
     }
+    EXPECT_EQ(notificationBody("Zinc\r due", true, true).toStdString(), "\xE2\x80\x8FZinc\n\xE2\x80\x8F due");
     EXPECT_TRUE(notificationBody("a\xED\xA0\x80z", true).isValidUtf16()) << "half a surrogate pair";
 }
 

@@ -41,10 +41,10 @@ TEST_F(Agent, ShowsAReminderAsTheDesktopWantsIt) {
     const auto& shown = m_daemon.shown.front();
     EXPECT_EQ(shown.title.toStdString(), "Prescription 'Next Fill Date' Reminder");
     EXPECT_EQ(shown.body.toStdString(), "Prescription: &lt;b&gt;A &amp; B&lt;/b&gt;\n for patient: Ann\n is due");
-    EXPECT_TRUE(shown.icon.contains(applicationName)) << shown.icon.toStdString();
+    EXPECT_TRUE(shown.icon.contains(theProgram)) << shown.icon.toStdString();
     ASSERT_EQ(shown.actions.size(), 4) << "the default action and a button";
     EXPECT_EQ(shown.actions.at(0).toStdString(), "default");
-    EXPECT_EQ(shown.hints.value(QStringLiteral("desktop-entry")).toString(), applicationName);
+    EXPECT_EQ(shown.hints.value(QStringLiteral("desktop-entry")).toString(), theProgram);
     EXPECT_EQ(shown.hints.value(QStringLiteral("urgency")).value<uchar>(), 1);
     EXPECT_FALSE(shown.hints.value(QStringLiteral("sound-name")).toString().isEmpty());
     EXPECT_EQ(shown.timeout, 0) << "it stays until acted upon";
@@ -264,7 +264,7 @@ TEST_F(Agent, StartedAtLoginWithNothingToDoItEnds) {
     m_session.schedule("text", past).waitForFinished();
     m_session.killAgent();
     agent = m_session.start(QStringLiteral(AGENT_PROGRAM), {QStringLiteral("--if-any")}, noon);
-    EXPECT_TRUE(waitUntil([&] { return m_session.isOnBus(agentName); }));
+    EXPECT_TRUE(waitUntil([&] { return m_session.isOnBus(theAgent); }));
     agent->terminate();
     EXPECT_TRUE(agent->waitForFinished(10000));
 }
@@ -287,7 +287,7 @@ TEST_F(Agent, IsStartedAgainAfterACrash) {
     m_session.startAgent(noon);
     const qint64 process = m_session.agentProcess();
     ASSERT_EQ(::kill(static_cast<pid_t>(process), SIGSEGV), 0);
-    EXPECT_TRUE(waitUntil([&] { return m_session.agentProcess() != process && m_session.isOnBus(agentName); }));
+    EXPECT_TRUE(waitUntil([&] { return m_session.agentProcess() != process && m_session.isOnBus(theAgent); }));
     EXPECT_TRUE(scheduleShown("text"));
 }
 
@@ -303,7 +303,7 @@ TEST_F(Agent, AnotherSessionOfTheUserWaitsItsTurn) {
                     {QStringLiteral("XDG_STATE_HOME=%1/state").arg(QString::fromStdString(m_session.folder().string())),
                      QStringLiteral(AGENT_PROGRAM)},
                     QStringLiteral("2026-11-22 12:00:00"));
-    ASSERT_TRUE(waitUntil([&] { return other.isOnBus(agentName); }));
+    ASSERT_TRUE(waitUntil([&] { return other.isOnBus(theAgent); }));
     letPass(500);
     EXPECT_TRUE(otherDaemon.shown.empty());
     m_session.killAgent();

@@ -1,6 +1,6 @@
-#include "core/PropertyList.h"
-#include "core/Record.h"
+#include "plist/PropertyList.h"
 #include "tests/reminders/session/Session.h"
+#include "values/Record.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
 #include "tests/reminders/session/Neighbours.h"
 
-#include "reminders/Names.h"
+#include "tests/reminders/session/Session.h"
 
 #include <QDBusArgument>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 
@@ -66,6 +67,11 @@ uint NotificationDaemonDouble::Notify(const QString&, uint replaces, const QStri
                                       const QString& body, const QStringList& actions, const QVariantMap& hints,
                                       int timeout) {
     EXPECT_EQ(replaces, 0U);
+    if (isRefusing) {
+        ++refused;
+        sendErrorReply(QDBusError::Failed, QStringLiteral("not now"));
+        return 0;
+    }
     if (isSilent) {
         setDelayedReply(true);
         ++silentlyTaken;
@@ -76,7 +82,10 @@ uint NotificationDaemonDouble::Notify(const QString&, uint replaces, const QStri
     for (auto& [number, other] : open) {
         if (!tag.isEmpty() && m_capabilities.contains(tagHint) && other.hints.value(tagHint).toString() == tag) {
             notification.number = number;
-            other = notification;  // in place: nothing new comes to the screen
+            if (other.body != notification.body) {
+                shown.push_back(notification);
+            }
+            other = notification;  // in place: the same again is nothing new on the screen
             return number;
         }
     }
@@ -93,29 +102,34 @@ void NotificationDaemonDouble::CloseNotification(uint number) {
 }
 
 ApplicationDouble::~ApplicationDouble() {
-    m_bus.unregisterObject(applicationPath);
-    m_bus.unregisterService(applicationName);
+    m_bus.unregisterObject(theProgramPath);
+    m_bus.unregisterService(theProgram);
 }
 
 void ApplicationDouble::appear() {
-    m_bus.registerObject(applicationPath, this, QDBusConnection::ExportAllSlots);
-    EXPECT_TRUE(m_bus.registerService(applicationName));
+    m_bus.registerObject(theProgramPath, this, QDBusConnection::ExportAllSlots);
+    EXPECT_TRUE(m_bus.registerService(theProgram));
 }
 
 void ApplicationDouble::ActivateAction(const QString& action, const QVariantList& parameters,
                                        const QVariantMap& platformData) {
-    ASSERT_EQ(action.toStdString(), "reminder");
     ASSERT_EQ(parameters.size(), 1);
     const auto clicked = qdbus_cast<QVariantMap>(parameters.first());
-    clicks.push_back({clicked.value(QStringLiteral("identifier")).toString(),
-                      clicked.value(QStringLiteral("title")).toByteArray().toStdString(),
-                      clicked.value(QStringLiteral("text")).toByteArray().toStdString(), platformData});
+    const Click reminder{clicked.value(QStringLiteral("identifier")).toString(),
+                         clicked.value(QStringLiteral("title")).toByteArray().toStdString(),
+                         clicked.value(QStringLiteral("text")).toByteArray().toStdString(), platformData};
+    if (action == QLatin1String(showAction)) {
+        windows.push_back(reminder);
+        return;
+    }
+    ASSERT_EQ(action.toStdString(), clickedAction);
+    clicks.push_back(reminder);
     if (!withdraws) {
         return;
     }
     for (const char* method : {"RemoveDelivered", "RemoveScheduled"}) {
         QDBusMessage message =
-            QDBusMessage::createMethodCall(agentName, agentPath, agentName, QString::fromLatin1(method));
+            QDBusMessage::createMethodCall(theAgent, theAgentPath, theAgent, QString::fromLatin1(method));
         m_bus.asyncCall(message << clicks.back().identifier << QByteArray::fromStdString(clicks.back().text));
     }
 }

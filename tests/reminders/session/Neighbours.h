@@ -46,6 +46,8 @@ public:
     std::map<uint, Notification> open;  ///< what is on the screen
     bool isSilent = false;              ///< takes notifications and neither shows nor answers
     int silentlyTaken = 0;
+    bool isRefusing = false;  ///< answers every notification with an error
+    int refused = 0;
 
 public Q_SLOTS:
     QStringList GetCapabilities() const { return m_capabilities; }
@@ -81,6 +83,7 @@ public:
         QVariantMap platformData;
     };
     std::vector<Click> clicks;
+    std::vector<Click> windows;  ///< reminders that it was asked to show itself
     bool withdraws = true;
 
 public Q_SLOTS:

@@ -117,6 +117,11 @@ std::unique_ptr<QProcess> Session::start(const QString& program, const QStringLi
         environment.insert(QStringLiteral("FAKETIME"), QStringLiteral("@") + time);
         environment.insert(QStringLiteral("DONT_FAKE_MONOTONIC"), QStringLiteral("1"));
     }
+    if (m_killedAtStep > 0) {
+        const QString preloaded = environment.value(QStringLiteral("LD_PRELOAD"));
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(KILL_AT_STEP_LIBRARY ":") + preloaded);
+        environment.insert(QStringLiteral("KILL_AT_STEP"), QString::number(m_killedAtStep));
+    }
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::ForwardedChannels);
     process->start(program, arguments);
@@ -134,17 +139,19 @@ void Session::beginAgent(const QString& time) { m_agent = start(m_agentProgram, 
 
 void Session::startAgent(const QString& time) {
     beginAgent(time);
-    ASSERT_TRUE(waitUntil([this] { return isOnBus(agentName); }));
+    ASSERT_TRUE(waitUntil([this] { return isOnBus(theAgent); }));
 }
 
 void Session::killAgent() {
     const qint64 worker = agentProcess();
-    ASSERT_EQ(::kill(static_cast<pid_t>(supervisor()), SIGKILL), 0);
+    if (m_agent->state() != QProcess::NotRunning) {
+        ASSERT_EQ(::kill(static_cast<pid_t>(supervisor()), SIGKILL), 0);
+    }
     if (worker != 0) {
         ::kill(static_cast<pid_t>(worker), SIGKILL);
     }
     m_agent->waitForFinished();
-    ASSERT_TRUE(waitUntil([this] { return !isOnBus(agentName); }));
+    ASSERT_TRUE(waitUntil([this] { return !isOnBus(theAgent); }));
 }
 
 bool Session::isOnBus(const QString& name) { return m_connection.interface()->isServiceRegistered(name); }
@@ -156,7 +163,7 @@ void Session::killOwner(const QString& name) {
 }
 
 qint64 Session::agentProcess() {
-    const QDBusReply<uint> reply = m_connection.interface()->servicePid(agentName);
+    const QDBusReply<uint> reply = m_connection.interface()->servicePid(theAgent);
     return reply.isValid() ? reply.value() : 0;
 }
 
@@ -166,13 +173,14 @@ void Session::endBus() {
 }
 
 QDBusPendingReply<> Session::call(const QString& method, const QVariantList& arguments) {
-    QDBusMessage message = QDBusMessage::createMethodCall(agentName, agentPath, agentName, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(theAgent, theAgentPath, theAgent, method);
     message.setArguments(arguments);
     return m_connection.asyncCall(message);
 }
 
 QDBusPendingReply<QString> Session::schedule(const QByteArray& text, const QString& day) {
-    return call(QStringLiteral("Schedule"), {QByteArray("Prescription 'Next Fill Date' Reminder"), text, day, true});
+    return call(QStringLiteral("Schedule"),
+                {QString(), QByteArray("Prescription 'Next Fill Date' Reminder"), text, day, true});
 }
 
 QString Session::run(const QString& program, const QStringList& arguments) {
@@ -184,7 +192,7 @@ QString Session::run(const QString& program, const QStringList& arguments) {
 }
 
 std::filesystem::path Session::autostartFile() const {
-    return folder() / "config/autostart" / (agentName.toStdString() + ".desktop");
+    return folder() / "config/autostart" / (theAgent.toStdString() + ".desktop");
 }
 
 std::vector<Reminder> Session::reminders() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reminders/Names.h"
 #include "reminders/Schedule.h"
 
 #include <QDBusConnection>
@@ -14,6 +15,12 @@
 #include <vector>
 
 namespace kpx {
+
+// The names on the bus, as the toolkit wants them.
+inline const QString theAgent = QString::fromLatin1(agentName);
+inline const QString theAgentPath = QString::fromLatin1(agentPath);
+inline const QString theProgram = QString::fromLatin1(applicationName);
+inline const QString theProgramPath = QString::fromLatin1(applicationPath);
 
 /// Runs the event loop until the condition holds; false when it does not within that time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
@@ -37,6 +44,9 @@ public:
     /// Starts the agent, at that time if one is given ("2026-11-21 07:59:58", or with a speed, "… x1000"), and
     /// returns when it is on the bus.
     void startAgent(const QString& time = {});
+    /// Until it is set to 0, each agent started is killed right before its so-many-th step: each message that it
+    /// sends and each change that it makes to a file is one.
+    void setKilledAtStep(int step) { m_killedAtStep = step; }
     /// The same, and returns as soon as its process runs.
     void beginAgent(const QString& time);
     std::unique_ptr<QProcess> start(const QString& program, const QStringList& arguments = {},
@@ -57,6 +67,7 @@ public:
     QDBusPendingReply<> call(const QString& method, const QVariantList& arguments);
 
     QString run(const QString& program, const QStringList& arguments);
+    const QProcessEnvironment& environment() const { return m_environment; }
     std::filesystem::path folder() const { return m_folder.path().toStdString(); }
     std::filesystem::path scheduleFolder() const { return folder() / "state/Velmora/reminders"; }
     std::filesystem::path autostartFile() const;
@@ -73,6 +84,7 @@ private:
     QString m_address;
     QString m_agentProgram = QStringLiteral(AGENT_PROGRAM);
     std::unique_ptr<QProcess> m_agent;
+    int m_killedAtStep = 0;
     std::vector<QString> m_connections;
     QDBusConnection m_connection;
 };

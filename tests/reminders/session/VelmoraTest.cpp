@@ -1,4 +1,5 @@
-#include "reminders/Names.h"
+#include "agent/Agent.h"
+#include "tests/reminders/session/HeldClock.h"
 #include "tests/reminders/session/Session.h"
 
 #include <gtest/gtest.h>
@@ -21,13 +22,13 @@ protected:
         }));
     }
     void clickIt() { m_session.run(QStringLiteral("dunstctl"), {QStringLiteral("action"), QStringLiteral("0")}); }
-    bool isRunning() { return m_session.isOnBus(applicationName); }
+    bool isRunning() { return m_session.isOnBus(theProgram); }
     QString windows() {
         return m_session.run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                                                          QStringLiteral("--class"), QStringLiteral("velmora")});
     }
     void end() {
-        m_session.killOwner(applicationName);
+        m_session.killOwner(theProgram);
         EXPECT_TRUE(waitUntil([&] { return !isRunning(); }));
     }
 
@@ -35,7 +36,7 @@ protected:
 };
 
 TEST_F(Velmora, IsStartedByTheClickThroughTheBus) {
-    m_session.install(applicationName, QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    m_session.install(theProgram, QStringLiteral(PROGRAM_FOLDER "/velmora"));
     m_session.startAgent(QStringLiteral("2026-11-21 12:00:00"));
     showReminder();
     EXPECT_FALSE(isRunning());
@@ -74,6 +75,35 @@ TEST_F(Velmora, ASecondStartRaisesTheFirst) {
     EXPECT_EQ(second->exitCode(), 0);
     EXPECT_EQ(first->state(), QProcess::Running);
     end();
+}
+
+// No notification server at all: the program itself shows the reminder, and its button is the click.
+TEST(VelmoraAlone, ShowsTheReminderInAWindow) {
+    using namespace std::chrono_literals;
+    Session session;
+    session.install(theProgram, QStringLiteral(PROGRAM_FOLDER "/velmora"));
+    const ReminderFolder folder(session.scheduleFolder());
+    const LocalDay day = *dayFromText("2026-11-21");
+    ASSERT_TRUE(folder.add({.identifier = "a1", .firstDay = day, .deliveredDay = std::nullopt}, {"title", text, true}));
+    HeldClock clock({day, 8h});
+    Agent agent(session.connect(), folder, clock, {}, [] { return Region("en_US", "UTC"); });
+    const auto window = [&] {
+        return session.run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                       QStringLiteral("--name"), QStringLiteral("^Reminder$")});
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        // Each try is over before the next one's minute comes; there are three.
+        letPass(200);
+        clock.pass(1min);
+        return session.isOnBus(theProgram);
+    }));
+    ASSERT_TRUE(waitUntil([&] { return !window().isEmpty(); }));
+    ASSERT_TRUE(waitUntil([&] { return folder.find("a1")->deliveredDay == day; })) << "the day is done";
+    session.run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window(),
+                                            QStringLiteral("key"), QStringLiteral("Return")});
+    EXPECT_TRUE(waitUntil([&] { return session.reminders().empty(); })) << "Show is the click";
+    EXPECT_TRUE(window().isEmpty());
+    session.killOwner(theProgram);
 }
 
 }  // namespace

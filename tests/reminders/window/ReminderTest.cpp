@@ -4,13 +4,20 @@
 #include "ui/Conversions.h"
 #include "ui/SingleInstance.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDateTime>
 #include <QDir>
+#include <QLabel>
+#include <QMenu>
 #include <QProcess>
+#include <QPushButton>
+#include <QTableView>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 using namespace kpx;
@@ -41,6 +48,12 @@ private Q_SLOTS:
         m_instance->reminderClicked = [this](const UserNotification& reminder) { m_program->open(reminder); };
     }
     void cleanup() {
+        // The next case begins with nothing scheduled.
+        auto& notifications = m_program->ports().notifications;
+        for (const UserNotification& left : notifications.scheduledNotifications()) {
+            notifications.removeScheduledNotification(left);
+        }
+        QTRY_COMPARE(scheduled().size(), 0);
         m_program.reset();
         m_instance.reset();
     }
@@ -90,7 +103,7 @@ private Q_SLOTS:
         QTRY_COMPARE(displayed(), 0);
         QCOMPARE(scheduled().size(), 1);
         m_program->ports().notifications.removeScheduledNotification(notification);
-        QCOMPARE(scheduled().size(), 0);
+        QTRY_COMPARE(scheduled().size(), 0);
     }
 
     void comesOnItsDay() {
@@ -103,7 +116,83 @@ private Q_SLOTS:
                  qPrintable(names.front()));
     }
 
+    void isSeenInTheSheetAndRemovedThere() {
+        QVERIFY(startUp(*m_program));
+        schedule("Ann Holloway", "Vitamin D3 drops", QDateTime::currentDateTime().addDays(3));
+        schedule("Ann Holloway", "Lisinopril 10 mg", QDateTime::currentDateTime().addDays(2));
+        named<QAction>("scheduledRemindersMenuItem")->trigger();
+        auto* table = named<QTableView>("tableViewReminders");
+        QTRY_VERIFY(table->isVisible());
+        QCOMPARE(table->model()->rowCount(), 2);
+        QCOMPARE(table->model()->index(0, 1).data().toString(), QStringLiteral("Lisinopril 10 mg"));
+        auto* remove = named<QPushButton>("removeReminderBtn");
+        QVERIFY(!remove->isEnabled());
+        clickRow(*table, 1);
+        QTRY_VERIFY(remove->isEnabled());
+        QTest::mouseClick(remove, Qt::LeftButton);
+        QTRY_COMPARE(table->model()->rowCount(), 1);
+        QTRY_COMPARE(scheduled().size(), 1);
+        QVERIFY(!remove->isEnabled());
+        QTest::keyClick(table, Qt::Key_Escape);
+        QTRY_VERIFY(!table->isVisible());
+        m_program->ports().notifications.removeScheduledNotification(
+            m_program->ports().notifications.scheduledNotifications().front());
+        QTRY_COMPARE(scheduled().size(), 0);
+    }
+
+    void theMenuOfEveryRefillMarksWhatIsKept() {
+        QVERIFY(startUp(*m_program));
+        auto* menu = named<QMenu>("standingReminder");
+        QCOMPARE(menu->actions().size(), 4);
+        QVERIFY(menu->actions().at(0)->isChecked());
+        menu->actions().at(2)->trigger();
+        QVERIFY(menu->actions().at(2)->isChecked() && !menu->actions().at(0)->isChecked());
+        QCOMPARE(scheduled().filter(QStringLiteral("standing.")).size(), 1);
+        m_program.reset();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        menu = named<QMenu>("standingReminder");
+        QVERIFY(menu->actions().at(2)->isChecked());
+        menu->actions().at(0)->trigger();
+        QTRY_COMPARE(scheduled().size(), 0);
+    }
+
+    void aDesktopWithoutNotificationsGetsAWindow() {
+        QVERIFY(startUp(*m_program));
+        UserNotification reminder;
+        reminder.identifier = "a1";
+        reminder.title = "Prescription 'Next Fill Date' Reminder";
+        reminder.informativeText = "Prescription: <b>Vitamin D3 drops</b>\r for patient: Ann Holloway\r is due";
+        for (const bool isShow : {false, true}) {
+            outlets().theTabView.selectTab(0);
+            m_program->showReminder(reminder);
+            auto* window = reminderWindow();
+            QVERIFY(window);
+            QVERIFY(window->windowFlags() & Qt::WindowStaysOnTopHint);
+            QCOMPARE(window->accessibleName(), QStringLiteral("Prescription 'Next Fill Date' Reminder"));
+            QCOMPARE(window->findChild<QLabel*>(QStringLiteral("reminderText"))->text(),
+                     QStringLiteral("Prescription: <b>Vitamin D3 drops</b>\nfor patient: Ann Holloway\nis due"));
+            auto* button = window->findChild<QPushButton*>(isShow ? QStringLiteral("showReminderBtn")
+                                                                  : QStringLiteral("laterReminderBtn"));
+            QTest::mouseClick(button, Qt::LeftButton);
+            QTRY_VERIFY(!reminderWindow());
+            QCOMPARE(outlets().theTabView.selectedTab(), isShow ? 1 : 0);
+        }
+        QVERIFY(waitForAlert());  // there is no such drug
+    }
+
 private:
+    template <class Wanted>
+    Wanted* named(const char* name) {
+        return m_program->window().findChild<Wanted*>(QLatin1String(name));
+    }
+    static QWidget* reminderWindow() {
+        const auto windows = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(windows, [](const QWidget* window) {
+            return window->objectName() == QLatin1String("theReminderWindow") && window->isVisible();
+        });
+        return found == windows.end() ? nullptr : *found;
+    }
     UserNotification schedule(const std::string& patient, const std::string& drug,
                               const QDateTime& time = QDateTime::currentDateTime().addDays(-1)) {
         UserNotification notification;

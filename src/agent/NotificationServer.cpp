@@ -1,4 +1,4 @@
-#include "reminders/NotificationServer.h"
+#include "agent/NotificationServer.h"
 
 #include "reminders/Names.h"
 
@@ -22,9 +22,12 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 const QString interface = service;
+const QString dbusErrors = QStringLiteral("org.freedesktop.DBus.Error.");
 const QString tagHint = QStringLiteral("x-dunst-stack-tag");
 const QString buttonAction = QStringLiteral("show-");
 constexpr int untilAnswered = std::numeric_limits<int>::max();
+constexpr std::chrono::seconds patience{30};
+constexpr QChar rightToLeftMark(0x200F);
 
 QDBusMessage call(const QString& method) { return QDBusMessage::createMethodCall(service, path, interface, method); }
 
@@ -40,14 +43,21 @@ void whenAnswered(QObject* parent, const QDBusPendingCall& pending, Done done) {
 /// Servers look an icon's name up only where the desktop looks; the file stands beside the program in any case.
 QString icon() {
     const QDir programs(QCoreApplication::applicationDirPath());
-    const QString file = QDir::cleanPath(
-        programs.filePath(QStringLiteral("../share/icons/hicolor/scalable/apps/%1.svg").arg(applicationName)));
-    return QFile::exists(file) ? file : applicationName;
+    const QString file = QDir::cleanPath(programs.filePath(
+        QStringLiteral("../share/icons/hicolor/scalable/apps/%1.svg").arg(QLatin1String(applicationName))));
+    return QFile::exists(file) ? file : QString::fromLatin1(applicationName);
+}
+
+/// Whether there is nobody to ask, rather than somebody who does not do it.
+bool isNobody(const QDBusError& error) {
+    return error.type() == QDBusError::ServiceUnknown || error.type() == QDBusError::NoServer ||
+           error.type() == QDBusError::Disconnected || error.name() == dbusErrors + QStringLiteral("NameHasNoOwner") ||
+           error.name().startsWith(dbusErrors + QStringLiteral("Spawn."));
 }
 
 }  // namespace
 
-QString notificationBody(const std::string& text, bool serverReadsMarkup) {
+QString notificationBody(const std::string& text, bool serverReadsMarkup, bool rightToLeft) {
     QString body = QString::fromStdString(text);
     body.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
     for (QChar& character : body) {
@@ -55,10 +65,13 @@ QString notificationBody(const std::string& text, bool serverReadsMarkup) {
             character = QChar::ReplacementCharacter;
         }
     }
+    if (rightToLeft) {
+        body = rightToLeftMark + body.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(rightToLeftMark));
+    }
     return serverReadsMarkup ? body.toHtmlEscaped() : body;
 }
 
-NotificationServer::NotificationServer(const QDBusConnection& bus) : m_bus(bus) {
+NotificationServer::NotificationServer(const QDBusConnection& bus, AgentClock& clock) : m_bus(bus), m_clock(clock) {
     const auto busCall =
         QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
                                        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
@@ -81,29 +94,41 @@ std::string NotificationServer::identity() const {
 bool NotificationServer::replacesByTag() const { return m_capabilities.contains(tagHint); }
 
 void NotificationServer::prepare() {
-    if (m_preparing) {
-        return;
+    if (!m_preparing) {
+        ask(false);
     }
+}
+
+void NotificationServer::ask(bool isNew) {
     m_preparing = true;
-    whenAnswered<QStringList>(this, m_bus.asyncCall(call(QStringLiteral("GetCapabilities"))),
-                              [this, owner = m_owner](const QDBusPendingReply<QStringList>& reply) {
-                                  if (owner != m_owner) {
-                                      return;  // the answer for one that is gone, or that there was none yet
-                                  }
-                                  m_preparing = false;
+    const auto fail = [this, question = ++m_questions](Failure failure) {
+        if (question == m_questions) {
+            ++m_questions;
+            m_preparing = false;
+            failed(failure);
+        }
+    };
+    m_clock.callAfter(patience, [fail] { fail(Failure::Refused); });
+    whenAnswered<QStringList>(this, m_bus.asyncCall(call(QStringLiteral("GetCapabilities")), untilAnswered),
+                              [this, fail, isNew, question = m_questions](const QDBusPendingReply<QStringList>& reply) {
                                   if (reply.isError()) {
-                                      qWarning() << "No notification server yet:" << reply.error().message();
-                                      return;
+                                      qWarning() << "No notification server:" << reply.error().message();
+                                      return fail(isNobody(reply.error()) ? Failure::NoServer : Failure::Refused);
                                   }
+                                  if (question != m_questions) {
+                                      return;  // too late, or of one that is gone
+                                  }
+                                  ++m_questions;
+                                  m_preparing = false;
                                   m_capabilities = reply.value();
                                   m_ready = true;
-                                  ready();
+                                  ready(isNew);
                               });
 }
 
-void NotificationServer::post(const Reminder& reminder, const ReminderContent& content,
-                              std::function<void(std::optional<std::uint32_t>)> done) {
-    QVariantMap hints{{QStringLiteral("desktop-entry"), applicationName},
+void NotificationServer::post(const Reminder& reminder, const ReminderContent& content, bool rightToLeft,
+                              std::function<void(const Posted&)> done) {
+    QVariantMap hints{{QStringLiteral("desktop-entry"), QString::fromLatin1(applicationName)},
                       {QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)}};
     if (content.sound) {
         hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
@@ -121,28 +146,40 @@ void NotificationServer::post(const Reminder& reminder, const ReminderContent& c
     constexpr uint replacesNone = 0;
     constexpr int staysUntilActedUpon = 0;
     QDBusMessage message = call(QStringLiteral("Notify"));
-    message << QStringLiteral("Velmora") << replacesNone << icon() << notificationBody(content.title, false)
-            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup"))) << actions
-            << hints << staysUntilActedUpon;
+    message << QStringLiteral("Velmora") << replacesNone << icon()
+            << notificationBody(content.title, false, rightToLeft)
+            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup")), rightToLeft)
+            << actions << hints << staysUntilActedUpon;
     m_answered = std::move(done);
-    // A server may be slow, but it answers or it ends: with a time limit nobody could tell whether it will show
-    // the notification after all.
-    whenAnswered<uint>(this, m_bus.asyncCall(message, untilAnswered),
-                       [this, post = ++m_posts](const QDBusPendingReply<uint>& reply) {
-                           if (post != m_posts) {
-                               return;  // from a server that is gone
-                           }
-                           if (reply.isError()) {
-                               qWarning() << "The notification was not shown:" << reply.error().message();
-                           }
-                           answer(reply.isError() ? std::nullopt : std::optional<std::uint32_t>(reply.value()));
-                       });
+    const int post = ++m_posts;
+    m_clock.callAfter(patience, [this, post] {
+        if (post == m_posts) {
+            qWarning() << "The notification server does not answer.";
+            m_ready = false;  // before it is given anything more, it shall show that it does
+            answer(Failure::Refused);
+        }
+    });
+    whenAnswered<uint>(
+        this, m_bus.asyncCall(message, untilAnswered),
+        [this, post, owner = m_owner, identifier = reminder.identifier](const QDBusPendingReply<uint>& reply) {
+            if (post != m_posts) {
+                if (owner == m_owner && !reply.isError()) {
+                    answeredLate(identifier, reply.value());
+                }
+                return;
+            }
+            if (!reply.isError()) {
+                return answer(std::uint32_t(reply.value()));
+            }
+            qWarning() << "The notification was not shown:" << reply.error().message();
+            answer(isNobody(reply.error()) ? Failure::NoServer : Failure::Refused);
+        });
 }
 
-void NotificationServer::answer(std::optional<std::uint32_t> notification) {
+void NotificationServer::answer(const Posted& posted) {
     ++m_posts;
     if (const auto answered = std::exchange(m_answered, nullptr)) {
-        answered(notification);
+        answered(posted);
     }
 }
 
@@ -168,13 +205,17 @@ void NotificationServer::NotificationClosed(uint notification, uint) {
 
 void NotificationServer::ownerChanged(const QString& newOwner) {
     ++m_owner;
+    ++m_questions;
+    const bool wasAsked = std::exchange(m_preparing, false);
     m_ready = false;
-    m_preparing = false;
     m_tokens.clear();
-    gone();
-    answer(std::nullopt);
     if (!newOwner.isEmpty()) {
-        prepare();
+        ask(true);
+    }
+    gone();
+    answer(Failure::Refused);
+    if (newOwner.isEmpty() && wasAsked) {
+        failed(Failure::Refused);
     }
 }
 

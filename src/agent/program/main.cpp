@@ -1,5 +1,7 @@
-#include "reminders/Agent.h"
-#include "reminders/Autostart.h"
+#include "agent/Agent.h"
+#include "agent/Autostart.h"
+#include "agent/SystemClock.h"
+#include "core/DataFiles.h"
 #include "reminders/Names.h"
 
 #include <QCoreApplication>
@@ -20,16 +22,22 @@ namespace kpx {
 
 namespace {
 
-std::filesystem::path scheduleFolder() {
-    const std::filesystem::path base = qEnvironmentVariable("XDG_STATE_HOME").toStdString();
-    const std::filesystem::path home = qEnvironmentVariable("HOME").toStdString();
-    return (base.is_absolute() ? base : home / ".local/state") / "Velmora/reminders";
+/// The same places in which the window program looks.
+RefillSources refillSources() {
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString resources = QCoreApplication::applicationDirPath() + QStringLiteral("/../share/velmora");
+    return {std::filesystem::path(data.toStdString()) / dataFolderName, resources.toStdString()};
+}
+
+Region regionNow() {
+    static CurrentRegion current(variableOfProcess);
+    return current.region();
 }
 
 int runAgent(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     if (QCoreApplication::arguments().contains(QStringLiteral("--if-any")) &&
-        !ReminderFolder::holdsAny(scheduleFolder())) {
+        ReminderFolder(remindersFolder()).load().value_or(std::vector<Reminder>(1)).empty()) {
         return EXIT_SUCCESS;
     }
     QDBusConnection bus = QDBusConnection::sessionBus();
@@ -40,17 +48,13 @@ int runAgent(int argc, char** argv) {
     bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
                 QStringLiteral("Disconnected"), &application, SLOT(quit()));
     // Whoever has the name keeps the schedule. To be second is no failure: the first does the work.
-    if (!bus.registerService(agentName)) {
+    if (!bus.registerService(QString::fromLatin1(agentName))) {
         return EXIT_SUCCESS;
     }
-    auto folder = ReminderFolder::open(scheduleFolder());
-    if (!folder) {
-        qWarning() << "The schedule's folder cannot be made:" << scheduleFolder().c_str();
-        return EXIT_FAILURE;
-    }
-    Agent agent(bus, std::move(*folder));
-    agent.scheduled = [] { startAtLogin(QCoreApplication::applicationFilePath().toStdString(), scheduleFolder()); };
-    if (!bus.registerObject(agentPath, &agent, QDBusConnection::ExportAllSlots)) {
+    SystemClock clock;
+    Agent agent(bus, ReminderFolder(remindersFolder()), clock, refillSources(), regionNow);
+    agent.scheduled = [] { startAtLogin(QCoreApplication::applicationFilePath().toStdString(), remindersFolder()); };
+    if (!bus.registerObject(QString::fromLatin1(agentPath), &agent, QDBusConnection::ExportAllSlots)) {
         return EXIT_FAILURE;
     }
     // A bus that ended before the loop below began is not announced again.

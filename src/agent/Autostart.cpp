@@ -1,6 +1,6 @@
-#include "reminders/Autostart.h"
+#include "agent/Autostart.h"
 
-#include "core/DataFilesReplacement.h"
+#include "files/FileReplacement.h"
 #include "reminders/Names.h"
 
 #include <QFile>
@@ -41,12 +41,12 @@ std::string quoted(const std::string& program) {
 
 std::string autostartEntry(const std::filesystem::path& program) {
     return "[Desktop Entry]\nType=Application\nName=Velmora Reminders\nTryExec=" + program.string() +
-           "\nExec=" + quoted(program.string()) + " --if-any\nIcon=" + applicationName.toStdString() +
+           "\nExec=" + quoted(program.string()) + " --if-any\nIcon=" + applicationName +
            "\nNoDisplay=true\nTerminal=false\n";
 }
 
 void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& scheduleFolder) {
-    const QString name = QStringLiteral("autostart/") + agentName + QStringLiteral(".desktop");
+    const QString name = QStringLiteral("autostart/") + QLatin1String(agentName) + QStringLiteral(".desktop");
     const std::filesystem::path own =
         std::filesystem::path(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation).toStdString()) /
         name.toStdString();

@@ -1,0 +1,187 @@
+#include "agent/Agent.h"
+#include "tests/reminders/session/HeldClock.h"
+#include "tests/reminders/session/Neighbours.h"
+#include "tests/reminders/session/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <memory>
+
+namespace kpx {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QStringList plain = {QStringLiteral("body"), QStringLiteral("actions")};
+const QString text = QStringLiteral("text");
+const LocalDay day = *dayFromText("2026-11-21");
+
+/// The agent within this process, with the time in the test's hands.
+class Retry : public testing::Test {
+protected:
+    Retry() {
+        EXPECT_TRUE(
+            m_folder.add({.identifier = "a1", .firstDay = day, .deliveredDay = std::nullopt}, {"title", "text", true}));
+    }
+    void startAgent() {
+        m_agent = std::make_unique<Agent>(m_session.connect(), m_folder, m_clock, RefillSources{},
+                                          [] { return Region("en_US", "UTC"); });
+        settle();
+    }
+    /// What is on the bus arrives.
+    static void settle() { letPass(150); }
+    void pass(std::chrono::seconds time) {
+        m_clock.pass(time);
+        settle();
+    }
+    Reminder only() { return m_folder.load().value_or(std::vector<Reminder>(1)).front(); }
+
+    Session m_session;
+    NotificationDaemonDouble m_daemon{m_session.connect(), plain};
+    ApplicationDouble m_application{m_session.connect()};
+    HeldClock m_clock{{day, 7h + 59min + 59s}};
+    ReminderFolder m_folder{m_session.scheduleFolder()};
+    std::unique_ptr<Agent> m_agent;
+};
+
+TEST_F(Retry, ARefusalIsFollowedByOneTwoFiveTenAndFifteenMinutes) {
+    m_daemon.appear();
+    m_daemon.isRefusing = true;
+    startAgent();
+    EXPECT_EQ(m_daemon.refused, 0);
+    pass(1s);
+    ASSERT_EQ(m_daemon.refused, 1);
+    int refused = 1;
+    for (const auto pause : {1min, 2min, 5min, 10min, 15min, 15min}) {
+        pass(pause - 1s);
+        EXPECT_EQ(m_daemon.refused, refused) << pause.count();
+        pass(1s);
+        EXPECT_EQ(m_daemon.refused, ++refused) << pause.count();
+    }
+    EXPECT_EQ(only().deliveredDay, std::nullopt);
+    m_daemon.isRefusing = false;
+    pass(15min);
+    EXPECT_EQ(m_daemon.timesShown(text), 1);
+    EXPECT_EQ(only().deliveredDay, day);
+    pass(3h);
+    EXPECT_EQ(m_daemon.shown.size(), 1U);
+    EXPECT_TRUE(m_application.windows.empty());
+}
+
+TEST_F(Retry, WhenTheDayIsOverTheNextEightBringsTheNext) {
+    m_daemon.appear();
+    m_daemon.isRefusing = true;
+    startAgent();
+    pass(1s);
+    pass(1min);
+    ASSERT_EQ(m_daemon.refused, 2);
+    pass(15h + 58min);
+    const int refused = m_daemon.refused;
+    m_daemon.isRefusing = false;
+    pass(1min + 7h + 59min);
+    EXPECT_EQ(m_daemon.refused, refused);
+    EXPECT_TRUE(m_daemon.shown.empty()) << "nobody is woken at night";
+    pass(1min);
+    EXPECT_EQ(m_daemon.timesShown(text), 1);
+}
+
+TEST_F(Retry, NoAnswerWithinHalfAMinuteIsARefusal) {
+    m_daemon.appear();
+    m_daemon.isSilent = true;
+    startAgent();
+    pass(1s);
+    ASSERT_EQ(m_daemon.silentlyTaken, 1);
+    pass(30s);
+    EXPECT_EQ(only().deliveredDay, std::nullopt);
+    m_daemon.isSilent = false;
+    pass(60s);
+    EXPECT_EQ(m_daemon.timesShown(text), 1);
+    EXPECT_EQ(only().phase, Phase::Shown);
+}
+
+TEST_F(Retry, AServerThatComesGetsItAtOnce) {
+    startAgent();
+    pass(1s + 30min);
+    EXPECT_EQ(only().deliveredDay, std::nullopt);
+    m_daemon.appear();
+    EXPECT_TRUE(waitUntil([&] { return m_daemon.timesShown(text) == 1; }));
+}
+
+TEST_F(Retry, WithoutAnyServerTheProgramShowsItAtTheThirdTry) {
+    m_application.appear();
+    startAgent();
+    pass(1s);
+    pass(1min);
+    EXPECT_TRUE(m_application.windows.empty());
+    pass(2min);
+    ASSERT_EQ(m_application.windows.size(), 1U);
+    EXPECT_EQ(m_application.windows.front().text, "text");
+    EXPECT_EQ(m_application.windows.front().title, "title");
+    EXPECT_EQ(only().deliveredDay, day);
+    m_daemon.appear();
+    settle();
+    EXPECT_TRUE(m_daemon.shown.empty()) << "once that window stands, the day is done";
+    m_daemon.disappear();
+    pass(23h + 56min + 59s);
+    pass(1min);
+    pass(2min);
+    EXPECT_EQ(m_application.windows.size(), 2U) << "tomorrow it comes again";
+}
+
+TEST_F(Retry, WhatCannotBeReadForAMomentIsReadAgain) {
+    m_daemon.appear();
+    const auto file = m_session.scheduleFolder() / fileNameFromReminder(only());
+    std::filesystem::rename(file, m_session.folder() / "elsewhere");
+    std::filesystem::create_symlink(file, file);
+    startAgent();
+    pass(1s);
+    EXPECT_TRUE(m_daemon.shown.empty());
+    std::filesystem::rename(m_session.folder() / "elsewhere", file);
+    pass(1min);
+    EXPECT_EQ(m_daemon.timesShown(text), 1);
+}
+
+TEST_F(Retry, WhatTheDiskDoesNotTakeIsDeliveredFromMemoryAndWrittenLater) {
+    m_daemon.appear();
+    std::filesystem::remove_all(m_session.scheduleFolder());
+    std::ofstream(m_session.scheduleFolder()) << "in the way";
+    startAgent();
+    EXPECT_EQ(m_agent->Schedule(QStringLiteral("b2"), "title", "held", QStringLiteral("2026-11-21"), true),
+              QStringLiteral("b2"));
+    settle();
+    pass(1s);
+    EXPECT_EQ(m_daemon.timesShown(QStringLiteral("held")), 1);
+    std::filesystem::remove(m_session.scheduleFolder());
+    pass(1min);
+    ASSERT_EQ(m_session.reminders().size(), 1U);
+    EXPECT_EQ(only().identifier, "b2");
+    EXPECT_EQ(only().deliveredDay, day);
+    pass(23h + 59min);
+    EXPECT_EQ(m_daemon.timesShown(QStringLiteral("held")), 2) << "the next day";
+}
+
+TEST_F(Retry, TheClockMayBeSetAsOneLikes) {
+    m_daemon.appear();
+    startAgent();
+    pass(1s);
+    ASSERT_EQ(m_daemon.timesShown(text), 1);
+    m_clock.set({day, 6h});
+    pass(4h);
+    EXPECT_EQ(m_daemon.timesShown(text), 1) << "set back, and eight again";
+    m_clock.set({day - std::chrono::days(1), 22h});
+    pass(11h);
+    EXPECT_EQ(m_daemon.timesShown(text), 1) << "flown west";
+    m_clock.set({day + std::chrono::days(1), 8h});
+    settle();
+    EXPECT_EQ(m_daemon.timesShown(text), 2);
+    m_clock.set({day + std::chrono::days(40), 9h});
+    settle();
+    EXPECT_EQ(m_daemon.timesShown(text), 3) << "forty days missed come once";
+    m_clock.set({day + std::chrono::days(2), 7h});
+    pass(1h);
+    EXPECT_EQ(m_daemon.timesShown(text), 4) << "a clock that was wrong silences nothing";
+}
+
+}  // namespace
+}  // namespace kpx
