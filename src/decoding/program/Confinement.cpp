@@ -1,0 +1,110 @@
+#include "decoding/program/Confinement.h"
+
+#include <fcntl.h>
+#include <malloc.h>
+#include <pthread.h>
+#include <seccomp.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <sstream>
+#include <string>
+
+namespace kpx {
+
+namespace {
+
+constexpr rlim_t memory = rlim_t{512} << 20;
+constexpr rlim_t seconds = 5;
+
+rlim_t addressSpaceNow() {
+    unsigned long pages = 0;
+    if (std::FILE* file = std::fopen("/proc/self/statm", "re")) {
+        if (std::fscanf(file, "%lu", &pages) != 1) {
+            pages = 0;
+        }
+        static_cast<void>(std::fclose(file));
+    }
+    return pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+}
+
+rlim_t secondsTaken() {
+    rusage taken{};
+    ::getrusage(RUSAGE_SELF, &taken);
+    return static_cast<rlim_t>(taken.ru_utime.tv_sec + taken.ru_stime.tv_sec);
+}
+
+void limit(__rlimit_resource resource, rlim_t most) {
+    const rlimit limits{most, most};
+    ::setrlimit(resource, &limits);
+}
+
+/// Threads that scale pictures would otherwise reserve far more room than they use, out of the limit.
+void reserveLittleForThreads() {
+    constexpr std::size_t stack = std::size_t{1} << 20;
+    ::mallopt(M_ARENA_MAX, 1);
+    pthread_attr_t attributes;
+    if (::pthread_attr_init(&attributes) == 0) {
+        ::pthread_attr_setstacksize(&attributes, stack);
+        ::pthread_setattr_default_np(&attributes);
+        ::pthread_attr_destroy(&attributes);
+    }
+}
+
+/// What is refused, by what it would be for. A name that this machine's processor does not have is no loss.
+constexpr std::array refusedCalls{
+    "socket connect bind accept accept4 sendto sendmmsg socketcall",
+    "creat truncate truncate64 ftruncate rename renameat renameat2 link linkat symlink symlinkat unlink unlinkat",
+    "mkdir mkdirat rmdir mknod mknodat mount umount2 chroot pivot_root",
+    "chmod fchmod fchmodat chown fchown lchown fchownat utime utimes utimensat futimesat setxattr lsetxattr fsetxattr",
+    "execve execveat kill tkill ptrace process_vm_readv process_vm_writev",
+    "unshare setns bpf keyctl io_uring_setup userfaultfd perf_event_open",
+};
+
+/// Files may be read; the answer goes to a pipe that is open already.
+void giveUpSystemCalls() {
+    scmp_filter_ctx filter = ::seccomp_init(SCMP_ACT_ALLOW);
+    if (!filter) {
+        return;
+    }
+    constexpr std::uint32_t refuse = SCMP_ACT_ERRNO(EACCES);
+    for (const char* names : refusedCalls) {
+        std::istringstream words(names);
+        for (std::string name; words >> name;) {
+            ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name(name.c_str()), 0);
+        }
+    }
+    // Its flags lie in memory, where no filter sees them; who is told that it is missing takes the older calls.
+    ::seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), ::seccomp_syscall_resolve_name("openat2"), 0);
+    for (const scmp_datum_t flag : {O_WRONLY, O_RDWR, O_CREAT, O_TRUNC}) {
+        ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name("open"), 1,
+                           SCMP_A1(SCMP_CMP_MASKED_EQ, flag, flag));
+        ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name("openat"), 1,
+                           SCMP_A2(SCMP_CMP_MASKED_EQ, flag, flag));
+    }
+    // A kernel that knows no filters leaves the limits, which are what most hostile files run into.
+    if (::seccomp_load(filter) != 0) {
+        static_cast<void>(std::fputs("velmora-decoder: this kernel takes no filter of system calls\n", stderr));
+    }
+    ::seccomp_release(filter);
+}
+
+}  // namespace
+
+void confine() {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    reserveLittleForThreads();
+    limit(RLIMIT_CORE, 0);
+    limit(RLIMIT_FSIZE, 0);
+    limit(RLIMIT_CPU, secondsTaken() + seconds);
+    limit(RLIMIT_AS, addressSpaceNow() + memory);
+    giveUpSystemCalls();
+}
+
+}  // namespace kpx
