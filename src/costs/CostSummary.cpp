@@ -1,10 +1,11 @@
 #include "costs/CostSummary.h"
 
-#include "core/DateConversion.h"
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
-#include "core/Numbers.h"
 #include "core/Sorting.h"
+#include "region/DateConversion.h"
+#include "region/DateUtilities.h"
+#include "region/Numbers.h"
+#include "values/NumberText.h"
 
 namespace kpx {
 
@@ -12,7 +13,9 @@ namespace {
 
 constexpr double secondsPerMonth = 2629743.8328;
 
-double costOf(const Value& value, const Environment& environment) {
+}  // namespace
+
+double costOfValue(const Value& value, const Environment& environment) {
     if (const Text* text = value.as<Text>()) {
         return leadingNumber(removingGroupingAndCurrency(*text, environment));
     }
@@ -22,15 +25,13 @@ double costOf(const Value& value, const Environment& environment) {
     return static_cast<double>(integerValue(value));
 }
 
-}  // namespace
-
 double calcElapsedMonths(Date date, Date otherDate) { return date.secondsSince(otherDate) / secondsPerMonth; }
 
 double calcTotalCost(const Records& records, std::string_view forKey, const Environment& environment) {
     double total = 0;
     for (const Record& record : records) {
         if (const Value* value = record.find(forKey)) {
-            total += costOf(*value, environment);
+            total += costOfValue(*value, environment);
         }
     }
     return total;
@@ -65,10 +66,16 @@ CostFigures costFigures(Records& records, const Environment& environment) {
 
 std::string costSummaryLine(std::size_t count, const DateRange& range, const Environment& environment,
                             const LocalizedStrings& localized) {
-    return localized("Found") + formatted(" %ld ", {std::to_string(count)}) +
-           localized("qualifying prescriptions with a (earliest/latest)dispense date range of:") +
-           formatted(" %@ ", {shortStyleFromDate(range.earliest, environment)}) + localized("to") +
-           formatted(" %@", {shortStyleFromDate(range.latest, environment)});
+    const std::string found = std::to_string(count);
+    const std::string earliest = shortStyleFromDate(range.earliest, environment);
+    const std::string latest = shortStyleFromDate(range.latest, environment);
+    return localized.sentence(
+        "Found %ld qualifying prescriptions with a (earliest/latest)dispense date range of: %@ to %@",
+        {found, earliest, latest},
+        formatted("%@ %ld %@ %@ %@ %@",
+                  {localized("Found"), found,
+                   localized("qualifying prescriptions with a (earliest/latest)dispense date range of:"), earliest,
+                   localized("to"), latest}));
 }
 
 }  // namespace kpx

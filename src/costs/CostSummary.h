@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
+#include "region/Environment.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <optional>
 #include <string>
@@ -14,10 +14,13 @@ namespace kpx {
 /// negative when the date precedes the other.
 double calcElapsedMonths(Date date, Date otherDate);
 
-/// The sum of a cost text over all records. Reads a text after removing the locale's grouping separator
+/// What a stored cost adds to a sum. Reads a text after removing the locale's grouping separator
 /// and currency symbol, then its leading number with ".". So where "." groups, a stored 12.50 sums as
 /// 1250, and a text 12,50 adds 12: kept as it is, and kept apart
 /// from the reading that the reports' currency column uses, which removes nothing.
+double costOfValue(const Value& value, const Environment& environment);
+
+/// The sum of a cost over all records, each read as above.
 double calcTotalCost(const Records& records, std::string_view forKey, const Environment& environment);
 
 /// The total itself for spans under one month (or not a number), else total per month.

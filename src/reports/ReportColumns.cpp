@@ -1,11 +1,12 @@
 #include "reports/ReportColumns.h"
 
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
-#include "core/Numbers.h"
+#include "core/StoredWords.h"
+#include "region/DateUtilities.h"
+#include "region/Numbers.h"
+#include "reports/ReportKind.h"
+#include "values/NumberText.h"
 
-#include <array>
-#include <charconv>
 #include <cstdint>
 
 namespace kpx {
@@ -15,46 +16,48 @@ namespace {
 using enum ReportField;
 
 constexpr ReportColumn prescriptions[] = {
-    {20, "Patient", PlainText, MHPatientKey},
-    {150, "Drug Name", PlainText, MHDrugKey},
-    {300, "Rx Number", PlainText, MHRxNumberKey},
-    {410, "Dispense/Expire Dates", TwoDates, MHDispenseDateKey, MHExpireDateKey},
-    {560, "Type/Remaining Refills", TypeAndRefills, MHFillTypeKey, MHRefillsRemainKey},
-    {700, "Cost", Currency, MHTotalCostKey},
+    {20, localizable("Patient"), PlainText, MHPatientKey},
+    {150, localizable("Drug Name"), PlainText, MHDrugKey},
+    {300, localizable("Rx Number"), PlainText, MHRxNumberKey},
+    {410, localizable("Dispense/Expire Dates"), TwoDates, MHDispenseDateKey, MHExpireDateKey},
+    {560, localizable("Type/Remaining Refills"), TypeAndRefills, MHFillTypeKey, MHRefillsRemainKey},
+    {700, localizable("Cost"), Currency, MHTotalCostKey},
 };
 
 constexpr ReportColumn prescriptionsByPrescriber[] = {
-    {20, "Patient", PlainText, MHPatientKey},
-    {150, "Prescriber", PlainText, MHPrescriberKey},
-    {260, "Drug Name", PlainText, MHDrugKey},
-    {380, "Rx Number", PlainText, MHRxNumberKey},
-    {470, "Dispense/Expire Dates", TwoDates, MHDispenseDateKey, MHExpireDateKey},
-    {610, "Type/Remaining Refills", TypeAndRefills, MHFillTypeKey, MHRefillsRemainKey},
+    {20, localizable("Patient"), PlainText, MHPatientKey},
+    {150, localizable("Prescriber"), PlainText, MHPrescriberKey},
+    {260, localizable("Drug Name"), PlainText, MHDrugKey},
+    {380, localizable("Rx Number"), PlainText, MHRxNumberKey},
+    {470, localizable("Dispense/Expire Dates"), TwoDates, MHDispenseDateKey, MHExpireDateKey},
+    {610, localizable("Type/Remaining Refills"), TypeAndRefills, MHFillTypeKey, MHRefillsRemainKey},
 };
 
 constexpr ReportColumn patients[] = {
-    {20, "Patient", PlainText, patientNameKey},     {200, "Address", PlainText, patientAddressKey},
-    {400, "City", PlainText, patientCityKey},       {550, "State/County", PlainText, patientStateKey},
-    {660, "Postal Code", PlainText, patientZipKey},
+    {20, localizable("Patient"), PlainText, patientNameKey},
+    {200, localizable("Address"), PlainText, patientAddressKey},
+    {400, localizable("City"), PlainText, patientCityKey},
+    {550, localizable("State/County"), PlainText, patientStateKey},
+    {660, localizable("Postal Code"), PlainText, patientZipKey},
 };
 
 constexpr ReportColumn pharmacies[] = {
-    {20, "Pharmacy", PlainText, pharmacyNameKey},
-    {200, "Address", PlainText, pharmacyAddressKey},
-    {480, "Phone", PlainText, pharmacyPhoneKey},
-    {570, "Notes", PlainText, pharmacyNoteKey},
+    {20, localizable("Pharmacy"), PlainText, pharmacyNameKey},
+    {200, localizable("Address"), PlainText, pharmacyAddressKey},
+    {480, localizable("Phone"), PlainText, pharmacyPhoneKey},
+    {570, localizable("Notes"), PlainText, pharmacyNoteKey},
 };
 
 constexpr ReportColumn drugs[] = {
-    {20, "Drug Name", PlainText, DrugNameKey},
-    {400, "Drug Description", PlainText, DrugDescriptionKey},
+    {20, localizable("Drug Name"), PlainText, DrugNameKey},
+    {400, localizable("Drug Description"), PlainText, DrugDescriptionKey},
 };
 
 constexpr ReportColumn prescribers[] = {
-    {20, "Prescriber Name", PlainText, PrescriberNameKey},
-    {200, "Prescriber Address", PlainText, PrescriberAddressKey},
-    {480, "Telephone", PlainText, PrescriberPhoneKey},
-    {570, "Specialty", PlainText, PrescriberSpecialtyKey},
+    {20, localizable("Prescriber Name"), PlainText, PrescriberNameKey},
+    {200, localizable("Prescriber Address"), PlainText, PrescriberAddressKey},
+    {480, localizable("Telephone"), PlainText, PrescriberPhoneKey},
+    {570, localizable("Specialty"), PlainText, PrescriberSpecialtyKey},
 };
 
 constexpr ReportColumn tableContents[] = {
@@ -63,37 +66,21 @@ constexpr ReportColumn tableContents[] = {
     {200, nullptr, PlainText, "drugname"},
     {310, nullptr, PlainText, "prescriber"},
     {410, nullptr, PlainText, "scriptnote", nullptr, true},
-    {540, nullptr, PlainText, "filltype"},
+    {540, nullptr, Word, "filltype"},
     {580, nullptr, PlainText, "scriptnum"},
     {630, nullptr, NarrowedInteger, "remainingrefills", nullptr, true},
     {685, nullptr, Currency, "cost", nullptr, true},
     {725, nullptr, ShortDate, "dispensedate"},
 };
 
-std::string decimalText(auto number) {
-    std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-    return std::string(buffer.data(), end);
+std::optional<std::string> shownText(const Value* value) {
+    const auto text = textOfValue(value);
+    return text ? std::optional(text->string()) : std::nullopt;
 }
 
-/// A text as it is, a number in decimals; null for what has no text, and for nothing.
-std::optional<std::string> shownText(const Value* value) {
-    if (!value) {
-        return std::nullopt;
-    }
-    if (const auto* text = value->as<Text>()) {
-        return text->string();
-    }
-    if (const auto* number = value->as<std::int64_t>()) {
-        return decimalText(*number);
-    }
-    if (const auto* number = value->as<std::uint64_t>()) {
-        return decimalText(*number);
-    }
-    if (const auto* number = value->as<double>()) {
-        return decimalText(*number);
-    }
-    return std::nullopt;
+std::optional<std::string> word(const char* key, const Value* value, const LocalizedStrings& localized) {
+    const auto text = shownText(value);
+    return text ? std::optional(shownWord(key, *text, localized)) : std::nullopt;
 }
 
 std::optional<std::string> shortDate(const Record& record, const char* key, const Environment& environment) {
@@ -110,20 +97,20 @@ std::optional<std::string> joined(std::optional<std::string> first, const char* 
 
 std::span<const ReportColumn> reportColumns(int type) {
     switch (type) {
-        case 1:
-        case 2:
+        case activePrescriptionsReport:
+        case allPrescriptionsReport:
             return prescriptions;
-        case 3:
+        case prescriptionsByPrescriberReport:
             return prescriptionsByPrescriber;
-        case 4:
+        case patientListReport:
             return patients;
-        case 5:
+        case pharmacyListReport:
             return pharmacies;
-        case 6:
+        case drugListReport:
             return drugs;
-        case 7:
+        case prescriberListReport:
             return prescribers;
-        case 99:
+        case tableContentsReport:
             return tableContents;
         default:
             return {};
@@ -140,14 +127,16 @@ std::optional<Date> reportDate(const Record& record, const char* key, const Envi
 }
 
 std::optional<std::string> reportFieldText(const ReportColumn& column, const Record& record,
-                                           const Environment& environment) {
+                                           const Environment& environment, const LocalizedStrings& localized) {
     const Value* value = record.find(column.key);
     switch (column.field) {
         case TwoDates:
             return joined(shortDate(record, column.key, environment), "\t",
                           shortDate(record, column.secondKey, environment));
         case TypeAndRefills:
-            return joined(shownText(value), "\t\t", shownText(record.find(column.secondKey)));
+            return joined(word(column.key, value, localized), "\t\t", shownText(record.find(column.secondKey)));
+        case Word:
+            return word(column.key, value, localized);
         case Currency:
             if (const auto cost = shownText(value)) {
                 return formatCurrency(leadingNumber(*cost), environment);
@@ -156,7 +145,8 @@ std::optional<std::string> reportFieldText(const ReportColumn& column, const Rec
         case ShortDate:
             return shortDate(record, column.key, environment);
         case NarrowedInteger:
-            return value ? std::optional(decimalText(static_cast<std::int16_t>(integerValue(*value)))) : std::nullopt;
+            return value ? std::optional(std::to_string(static_cast<std::int16_t>(integerValue(*value))))
+                         : std::nullopt;
         case PlainText:
             break;
     }

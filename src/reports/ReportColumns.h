@@ -1,7 +1,8 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/Record.h"
+#include "region/Environment.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <optional>
 #include <span>
@@ -13,10 +14,11 @@ namespace kpx {
 enum class ReportField {
     PlainText,
     TwoDates,        ///< two dates, one tab between them
-    TypeAndRefills,  ///< a text and a number, two tabs between them
+    Word,            ///< one that is stored in English and shown translated
+    TypeAndRefills,  ///< such a word and a number, two tabs between them
     Currency,
     ShortDate,
-    NarrowedInteger,  ///< in signed 16 bits, so that 70000 prints as 4464; kept so deliberately
+    NarrowedInteger,  ///< in signed 16 bits, so that 70000 prints as 4464; see behaviours
 };
 
 struct ReportColumn {
@@ -38,7 +40,7 @@ std::span<const ReportColumn> reportColumns(int type);
 /// What is drawn in the column for the record, in short date style and the locale's currency. Null when
 /// a value is missing; of two values, when either is.
 std::optional<std::string> reportFieldText(const ReportColumn& column, const Record& record,
-                                           const Environment& environment);
+                                           const Environment& environment, const LocalizedStrings& localized);
 
 /// The date under the key, whether it is one already or a stored YYYYMMDD text.
 std::optional<Date> reportDate(const Record& record, const char* key, const Environment& environment);

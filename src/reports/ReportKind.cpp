@@ -2,6 +2,7 @@
 
 #include "core/DataFiles.h"
 #include "core/Keys.h"
+#include "region/LocalizedStrings.h"
 
 #include <algorithm>
 
@@ -13,29 +14,35 @@ SortDescriptor exactly(const char* key) { return {key, true, Comparison::Plain};
 SortDescriptor naturally(const char* key) { return {key, true, Comparison::LocalizedStandard}; }
 SortDescriptor nothing() { return {{}, true, Comparison::LocalizedStandard}; }
 
-// The first two reports hold the same prescriptions in deliberately different orders: the second one
+// The first two reports hold the same prescriptions in different orders (see behaviours): the second one
 // compares patients exactly, the first one fill types.
 const std::array<ReportKind, lastReport>& reportKinds() {
     static const std::array<ReportKind, lastReport> kinds = {{
         {activePrescriptionsReport,
-         "Prescriptions by Patient( active, not expired )",
+         localizable("Prescriptions by Patient( active, not expired )"),
          {},
          {naturally(MHPatientKey), naturally(MHRxNumberKey), exactly(MHFillTypeKey)}},
         {allPrescriptionsReport,
-         "Prescriptions by Patient( active or inactive )",
+         localizable("Prescriptions by Patient( active or inactive )"),
          {},
          {exactly(MHPatientKey), naturally(MHRxNumberKey), naturally(MHFillTypeKey)}},
-        {3,
-         "Prescriptions by Patient and Prescriber",
+        {prescriptionsByPrescriberReport,
+         localizable("Prescriptions by Patient and Prescriber"),
          {},
          {naturally(MHPatientKey), naturally(MHPrescriberKey), naturally(MHDrugKey)}},
-        {4,
-         "Patient List",
+        {patientListReport,
+         localizable("Patient List"),
          patientFile,
          {naturally(patientNameKey), naturally(patientAddressKey), naturally(patientCityKey)}},
-        {5, "Pharmacy List", pharmacyFile, {naturally(pharmacyNameKey), naturally(pharmacyAddressKey), nothing()}},
-        {6, "Drug List", drugFile, {naturally(DrugNameKey), nothing(), nothing()}},
-        {7, "Prescriber List", prescriberFile, {naturally(PrescriberNameKey), nothing(), nothing()}},
+        {pharmacyListReport,
+         localizable("Pharmacy List"),
+         pharmacyFile,
+         {naturally(pharmacyNameKey), naturally(pharmacyAddressKey), nothing()}},
+        {drugListReport, localizable("Drug List"), drugFile, {naturally(DrugNameKey), nothing(), nothing()}},
+        {prescriberListReport,
+         localizable("Prescriber List"),
+         prescriberFile,
+         {naturally(PrescriberNameKey), nothing(), nothing()}},
     }};
     return kinds;
 }
@@ -51,7 +58,8 @@ std::string_view reportTitle(int type) {
     if (const ReportKind* kind = reportKind(type)) {
         return kind->title;
     }
-    return type == tableContentsReport ? "Prescription Table Contents" : "Patient Prescription Report";
+    return type == tableContentsReport ? localizable("Prescription Table Contents")
+                                       : localizable("Patient Prescription Report");
 }
 
 }  // namespace kpx

@@ -7,13 +7,19 @@
 
 namespace kpx {
 
-// Report types with a meaning of their own. Types and check box tags are the same numbers.
+// The report types, which are the tags of their check boxes too.
 inline constexpr int activePrescriptionsReport = 1;  ///< leaves out what has expired or has no refills
 inline constexpr int allPrescriptionsReport = 2;     ///< closes with the total and the monthly average
-inline constexpr int firstReport = 1;
-inline constexpr int lastReport = 7;
-inline constexpr int allReportsTag = 10;  ///< the "all" check box; no report of its own
-inline constexpr int tableContentsReport = 99;
+inline constexpr int prescriptionsByPrescriberReport = 3;
+inline constexpr int patientListReport = 4;
+inline constexpr int pharmacyListReport = 5;
+inline constexpr int drugListReport = 6;
+inline constexpr int prescriberListReport = 7;
+inline constexpr int firstReport = activePrescriptionsReport;
+inline constexpr int lastReport = prescriberListReport;
+inline constexpr int allReportsTag = 10;        ///< the "all" check box; no report of its own
+inline constexpr int tableContentsReport = 99;  ///< the table of tab 1 as it is shown; no check box
+inline constexpr int chartReportType = 100;     ///< a chart of the costs tab; no check box
 
 /// What a report prints and in which order.
 struct ReportKind {

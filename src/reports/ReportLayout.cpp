@@ -1,9 +1,8 @@
 #include "reports/ReportLayout.h"
 
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
-#include "core/Numbers.h"
-#include "core/Unicode.h"
+#include "region/Numbers.h"
+#include "reports/PageHeader.h"
 #include "reports/ReportColumns.h"
 #include "reports/ReportKind.h"
 
@@ -14,23 +13,17 @@ namespace kpx {
 
 namespace {
 
-constexpr char headerFont[] = "LucidaGrande";
 constexpr char headingFont[] = "LucidaGrande-Bold";
-constexpr double headerFontSize = 10;
-constexpr double headerLineY = 565;
+constexpr double headingFontSize = 10;
 constexpr double headingsY = 535;
-constexpr double leftEdge = 20;
-constexpr double ruleRightEdge = 725;
-constexpr double pageNumberX = 690;
 constexpr double closingBlockNeeds = 60;
+constexpr double columnGap = 4;
 constexpr std::size_t recordsPerPage = 45;
 
-/// Half of what the title leaves free, by a rough width per character: deliberately not measured, so a
-/// very long title begins off the page.
-double titleX(const std::string& title) {
-    const int roughWidth = static_cast<int>(3.0 * static_cast<double>(characterCount(title)));
-    const int wholePoints = (static_cast<int>(pageNumberX) - roughWidth) / 2;
-    return wholePoints;
+/// What a column may take: up to a gap before the next one, the last one to the end of the page.
+double roomOfColumn(std::span<const ReportColumn> columns, std::size_t index) {
+    const double x = columns[index].x;
+    return index + 1 < columns.size() ? columns[index + 1].x - columnGap - x : pageRightEdge - x;
 }
 
 class ReportPen {
@@ -45,22 +38,17 @@ public:
 
     void beginNextPage() { m_report.document.pages.emplace_back(); }
 
-    void drawPageHeader(int pageNumber) {
-        const std::string label = m_localized("Today's Date:");
-        drawHeaderText(label, leftEdge);
-        drawHeaderText(shortStyleFromDate(m_environment.now, m_environment),
-                       leftEdge + 5.3 * static_cast<double>(characterCount(label)));
-        drawHeaderText(m_report.document.title, titleX(m_report.document.title));
-        drawHeaderText(m_localized("Page: ") + std::to_string(pageNumber), pageNumberX);
-        draw(DrawLine{leftEdge, 557, ruleRightEdge, 557, 1.0});
-        draw(DrawLine{leftEdge, 553, ruleRightEdge, 553, 1.8});
+    void drawPageHead(int pageNumber) {
+        drawPageHeader(m_report.document.pages.back(), m_report.document.title, pageNumber, m_environment, m_localized);
         drawHeadings();
     }
 
     void drawRecordRow(const Record& record, double y) {
-        for (const ReportColumn& column : reportColumns(m_type)) {
-            if (auto text = reportFieldText(column, record, m_environment)) {
-                drawBodyText(std::move(*text), column.x, y);
+        const std::span<const ReportColumn> columns = reportColumns(m_type);
+        for (std::size_t index = 0; index < columns.size(); ++index) {
+            const ReportColumn& column = columns[index];
+            if (auto text = reportFieldText(column, record, m_environment, m_localized)) {
+                drawBodyText(std::move(*text), column.x, y, roomOfColumn(columns, index));
             } else if (!column.optional) {
                 ++m_report.missingFields;
             }
@@ -68,11 +56,19 @@ public:
     }
 
     void drawClosingBlock(double totalCost, double averageMonthlyCost, double y) {
-        drawBodyText("======", 700, y - 15);
-        drawBodyText(m_localized("Total Service Costs"), 560, y - 30);
-        drawBodyText(formatCurrency(totalCost, m_environment), 700, y - 30);
-        drawBodyText(m_localized("Average Monthly Cost"), 560, y - 45);
-        drawBodyText(formatCurrency(averageMonthlyCost, m_environment), 700, y - 45);
+        constexpr double labelX = 560;
+        constexpr double amountX = 700;
+        const auto drawLabel = [&](const char* label, double baseline) {
+            drawBodyText(m_localized(label), labelX, baseline, amountX - columnGap - labelX);
+        };
+        const auto drawAmount = [&](std::string amount, double baseline) {
+            drawBodyText(std::move(amount), amountX, baseline, pageRightEdge - amountX);
+        };
+        drawAmount("======", y - 15);
+        drawLabel(localizable("Total Service Costs"), y - 30);
+        drawAmount(formatCurrency(totalCost, m_environment), y - 30);
+        drawLabel(localizable("Average Monthly Cost"), y - 45);
+        drawAmount(formatCurrency(averageMonthlyCost, m_environment), y - 45);
     }
 
     LaidOutReport takeReport() { return std::move(m_report); }
@@ -80,12 +76,8 @@ public:
 private:
     void draw(auto operation) { m_report.document.pages.back().operations.emplace_back(std::move(operation)); }
 
-    void drawHeaderText(std::string text, double x) {
-        draw(DrawText{std::move(text), headerFont, headerFontSize, false, x, headerLineY});
-    }
-
-    void drawBodyText(std::string text, double x, double y) {
-        draw(DrawText{std::move(text), reportBodyFont, reportBodyFontSize, false, x, y});
+    void drawBodyText(std::string text, double x, double y, double room) {
+        draw(DrawText{std::move(text), reportBodyFont, reportBodyFontSize, false, x, y, room});
     }
 
     void drawHeadings() {
@@ -98,7 +90,8 @@ private:
             } else if (index < m_tableTitles.size()) {
                 heading = m_tableTitles[index];
             }
-            draw(DrawText{std::move(heading), headingFont, headerFontSize, true, column.x, headingsY});
+            draw(DrawText{std::move(heading), headingFont, headingFontSize, true, column.x, headingsY,
+                          roomOfColumn(columns, index)});
         }
     }
 
@@ -118,8 +111,8 @@ bool isActive(const Record& record, const Environment& environment) {
 
 }  // namespace
 
-LaidOutReport printReport(int type, const Records& records, double totalCost, double averageMonthlyCost,
-                          const Environment& environment, const LocalizedStrings& localized,
+LaidOutReport printReport(int type, const Records& records, [[maybe_unused]] double elapsedMonths, double totalCost,
+                          double averageMonthlyCost, const Environment& environment, const LocalizedStrings& localized,
                           const FontMetrics& bodyMetrics, const std::vector<std::string>& tableTitles) {
     ReportPen pen(type, environment, localized, tableTitles);
     const double lineStep = bodyMetrics.ascent + bodyMetrics.descent + 2.0;
@@ -130,7 +123,7 @@ LaidOutReport printReport(int type, const Records& records, double totalCost, do
             if (index > 0) {
                 pen.beginNextPage();
             }
-            pen.drawPageHeader(++pageNumber);
+            pen.drawPageHead(++pageNumber);
             y = headingsY;
         }
         if (type == activePrescriptionsReport && !isActive(records[index], environment)) {
@@ -142,7 +135,7 @@ LaidOutReport printReport(int type, const Records& records, double totalCost, do
     if (type == allPrescriptionsReport && !records.empty()) {
         if (y < closingBlockNeeds) {
             pen.beginNextPage();
-            pen.drawPageHeader(pageNumber);
+            pen.drawPageHead(pageNumber);
             y = headingsY - lineStep;
         }
         pen.drawClosingBlock(totalCost, averageMonthlyCost, y);

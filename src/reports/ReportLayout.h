@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
-#include "reports/Document.h"
+#include "drawing/Document.h"
+#include "region/Environment.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <cstddef>
 #include <string>
@@ -28,9 +28,10 @@ struct LaidOutReport {
 /// their places to later ones: its pages may hold fewer lines, or only the header. No records at all make
 /// one blank page. Report 2 closes with the two figures; where they need another page, that one bears the
 /// number of the page before it. `tableTitles` are the headings of the report on the shown table, in the
-/// order of its columns; the other reports have headings of their own.
-LaidOutReport printReport(int type, const Records& records, double totalCost, double averageMonthlyCost,
-                          const Environment& environment, const LocalizedStrings& localized,
+/// order of its columns; the other reports have headings of their own. The elapsed months come with the figures
+/// they make up and are not printed.
+LaidOutReport printReport(int type, const Records& records, double elapsedMonths, double totalCost,
+                          double averageMonthlyCost, const Environment& environment, const LocalizedStrings& localized,
                           const FontMetrics& bodyMetrics, const std::vector<std::string>& tableTitles);
 
 }  // namespace kpx

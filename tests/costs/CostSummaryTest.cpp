@@ -1,6 +1,6 @@
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
 #include "costs/CostSummary.h"
+#include "region/DateUtilities.h"
 
 #include <gtest/gtest.h>
 #include <cmath>

@@ -90,7 +90,7 @@ Document exampleReport(int type, std::size_t recordCount) {
     if (const ReportKind* kind = reportKind(type)) {
         doSortWithArray(records, kind->order[0], kind->order[1], kind->order[2], reader());
     }
-    return printReport(type, records, 2469, 205.75, reader(), {}, ReportPainter::metrics(reportBodyFontSize),
+    return printReport(type, records, 12, 2469, 205.75, reader(), {}, ReportPainter::metrics(reportBodyFontSize),
                        {"Patient", "Pharmacy", "Drug Name", "Prescriber", "Note", "Type", "Rx No.", "Remain", "Cost",
                         "Dispensed"})
         .document;

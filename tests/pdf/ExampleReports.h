@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Record.h"
-#include "reports/Document.h"
+#include "drawing/Document.h"
+#include "values/Record.h"
 
 #include <cstddef>
 

@@ -39,7 +39,7 @@ std::vector<FoundPage> wordsOfPdf(const QByteArray& pdf) {
         if (reader.name() == QLatin1String("page")) {
             pages.push_back({number("width"), number("height"), {}});
         } else if (reader.name() == QLatin1String("word")) {
-            FoundWord word{{}, number("xMin"), number("yMin")};
+            FoundWord word{{}, number("xMin"), number("yMin"), number("xMax"), number("yMax")};
             word.text = reader.readElementText();
             pages.back().words.push_back(word);
         }

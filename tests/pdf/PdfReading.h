@@ -13,6 +13,8 @@ struct FoundWord {
     QString text;
     double left = 0;
     double top = 0;
+    double right = 0;
+    double bottom = 0;
 };
 
 struct FoundPage {

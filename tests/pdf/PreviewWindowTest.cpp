@@ -2,20 +2,29 @@
 #include "tests/pdf/PdfReading.h"
 #include "ui/ReportOutput.h"
 #include "ui/ports/QtPrintPreview.h"
-#include "ui/views/PagesView.h"
-#include "ui/views/PreviewWindow.h"
+#include "ui/preview/PagesToPrint.h"
+#include "ui/preview/PagesView.h"
+#include "ui/preview/PreviewWindow.h"
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPageRanges>
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -28,11 +37,14 @@ namespace {
 
 class PreviewWindowTest : public testing::Test {
 protected:
+    /// As the last document of an action.
     PreviewWindow& open(int type, std::size_t records) {
         preview.open(exampleReport(type, records));
-        return *preview.windows().back();
+        PreviewWindow& window = *preview.windows().back();
+        QTest::qWait(0);
+        return window;
     }
-    static PagesView& pagesOf(PreviewWindow& window) { return *window.findChild<PagesView*>(); }
+    static PagesView& pagesOf(PreviewWindow& window) { return window.pages(); }
     static QString positionOf(PreviewWindow& window) {
         return window.findChild<QLabel*>(QStringLiteral("pagePosition"))->text();
     }
@@ -45,26 +57,181 @@ protected:
     QtPrintPreview preview;
 };
 
-TEST_F(PreviewWindowTest, SevenAtOnceAndNoneHidesAnother) {
-    std::set<std::pair<int, int>> places;
+TEST_F(PreviewWindowTest, TheDocumentsOfOneActionShareAWindow) {
     for (int type = 1; type <= 7; ++type) {
+        preview.open(exampleReport(type, 3));
+    }
+    ASSERT_EQ(preview.windows().size(), 1U);
+    PreviewWindow& window = *preview.windows()[0];
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.allPages().size(), 7U);
+    EXPECT_EQ(window.document().type, 1);
+    auto* tabs = window.findChild<QTabWidget*>();
+    EXPECT_EQ(tabs->tabText(3), QStringLiteral("Patient List"));
+    tabs->setCurrentIndex(3);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Patient List – Print Preview"));
+    // Each has a view of its own.
+    window.pages().setZoom(2);
+    EXPECT_NE(window.allPages()[0]->zoom(), 2);
+}
+
+TEST_F(PreviewWindowTest, FurtherActionsHaveWindowsOfTheirOwnAndNoneHidesAnother) {
+    std::set<std::pair<int, int>> places;
+    for (int type = 1; type <= 3; ++type) {
         const PreviewWindow& window = open(type, 3);
-        EXPECT_TRUE(window.isVisible());
         EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
         places.emplace(window.x(), window.y());
     }
-    EXPECT_EQ(preview.windows().size(), 7U);
-    EXPECT_EQ(places.size(), 7U);
-    EXPECT_EQ(preview.windows()[3]->windowTitle(), QStringLiteral("Patient List – Print Preview"));
+    EXPECT_EQ(preview.windows().size(), 3U);
+    EXPECT_EQ(places.size(), 3U);
 }
 
 TEST_F(PreviewWindowTest, ClosesByKeyAndIsGone) {
-    PreviewWindow& first = open(4, 1);
-    open(5, 1);
+    bool last = false;
+    preview.lastClosed = [&] { last = true; };
+    preview.open(exampleReport(4, 1));
+    PreviewWindow& first = open(5, 1);
+    PreviewWindow& second = open(6, 1);
+    press(first, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(first.isVisible());
+    EXPECT_EQ(first.allPages().size(), 1U);
+    EXPECT_EQ(first.document().type, 5);
     press(first, Qt::Key_W, Qt::ControlModifier);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_EQ(preview.windows().size(), 1U);
-    EXPECT_EQ(preview.windows()[0]->document().type, 5);
+    EXPECT_EQ(preview.windows()[0]->document().type, 6);
+    EXPECT_FALSE(last);
+    press(second, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(last);
+}
+
+TEST_F(PreviewWindowTest, ClosesWhatIsKeptOnly) {
+    const QTemporaryDir folder;
+    preview.open(exampleReport(4, 1));
+    PreviewWindow& window = open(5, 1);
+    ASSERT_TRUE(window.savePdf(folder.filePath(QStringLiteral("one.pdf"))));
+    EXPECT_FALSE(window.isAllKept());
+    preview.closeKept();
+    EXPECT_TRUE(window.isVisible());
+    window.findChild<QTabWidget*>()->setCurrentIndex(1);
+    ASSERT_TRUE(window.savePdf(folder.filePath(QStringLiteral("two.pdf"))));
+    EXPECT_TRUE(window.isAllKept());
+    preview.closeKept();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(PreviewWindowTest, SavesAllIntoAFolderAndAsksBeforeItReplaces) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QTemporaryDir folder;
+    preview.open(exampleReport(6, 2));
+    preview.open(exampleReport(6, 1));
+    PreviewWindow& window = open(4, 1);
+    EXPECT_EQ(window.proposedNames(), (QStringList{"Drug List.pdf", "Drug List 2.pdf", "Patient List.pdf"}));
+    QFile there(folder.filePath(QStringLiteral("Drug List 2.pdf")));
+    ASSERT_TRUE(there.open(QIODevice::WriteOnly));
+    there.write("mine");
+    there.close();
+    const auto saveAll = [&](QMessageBox::ButtonRole answer) {
+        QString asked;
+        QTimer::singleShot(0, &window, [&] {
+            auto* dialog = window.findChild<QFileDialog*>();
+            ASSERT_NE(dialog, nullptr);
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
+            QTimer::singleShot(0, &window, [&] {
+                auto* question = window.findChild<QMessageBox*>();
+                ASSERT_NE(question, nullptr);
+                asked = question->text();
+                for (QAbstractButton* button : question->buttons()) {
+                    if (question->buttonRole(button) == answer) {
+                        button->click();
+                        return;
+                    }
+                }
+            });
+            static_cast<QDialog*>(dialog)->accept();
+        });
+        window.findChild<QAction*>(QStringLiteral("saveAllCommand"))->trigger();
+        return asked;
+    };
+    EXPECT_TRUE(saveAll(QMessageBox::RejectRole).contains(QStringLiteral("Drug List 2.pdf")));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"Drug List 2.pdf"});
+    EXPECT_EQ(there.size(), 4);
+    EXPECT_FALSE(window.isAllKept());
+    saveAll(QMessageBox::DestructiveRole);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 3);
+    EXPECT_GT(there.size(), 1000);
+    EXPECT_TRUE(window.isAllKept());
+}
+
+TEST_F(PreviewWindowTest, FindsWordsAndCopiesThem) {
+    PreviewWindow& window = open(6, 100);
+    PagesView& pages = pagesOf(window);
+    press(window, Qt::Key_F, Qt::ControlModifier);
+    auto* words = window.findChild<QLineEdit*>(QStringLiteral("wordsToFind"));
+    ASSERT_NE(words, nullptr);
+    EXPECT_TRUE(words->hasFocus());
+    QTest::keyClicks(words, QStringLiteral("lisinopril 97"));
+    EXPECT_EQ(pages.selectedText(), QStringLiteral("Lisinopril 97"));
+    EXPECT_EQ(pages.text().count(QStringLiteral("Lisinopril")), 25);
+    const QRect place = pages.seenPlace(pages.anchor(), pages.cursor());
+    EXPECT_TRUE(pages.viewport()->rect().contains(place));
+    EXPECT_GT(place.width(), 20);
+    // The whole line of the paper: its columns with a tab between them.
+    EXPECT_TRUE(pages.text().contains(QStringLiteral("\nLisinopril 97\twhite, oval, with a groove\n")));
+    words->clear();
+    QTest::keyClicks(words, QStringLiteral("Lisinopril"));
+    const int first = pages.anchor();
+    QTest::keyClick(words, Qt::Key_Return);
+    EXPECT_GT(pages.anchor(), first);
+    QTest::keyClick(words, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(pages.anchor(), first);
+    QTest::keyClicks(words, QStringLiteral("x"));
+    EXPECT_EQ(pages.selectedText(), QStringLiteral("Lisinopril"));
+    QTest::keyClick(words, Qt::Key_Escape);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(words->isVisible());
+    press(window, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Lisinopril"));
+}
+
+TEST_F(PreviewWindowTest, SelectsWithTheMouse) {
+    PreviewWindow& window = open(6, 3);
+    PagesView& pages = pagesOf(window);
+    const auto place = [&](const char* words) {
+        const auto at = static_cast<int>(pages.text().indexOf(QLatin1String(words)));
+        return pages.seenPlace(at, at + static_cast<int>(qstrlen(words)));
+    };
+    const QRect name = place("Lisinopril 1");
+    QTest::mousePress(pages.viewport(), Qt::LeftButton, {}, {name.left() - 3, name.center().y()});
+    QTest::mouseMove(pages.viewport(), {name.right() + 3, name.center().y()});
+    QMouseEvent move(QEvent::MouseMove, QPointF(name.right() + 3, name.center().y()),
+                     pages.viewport()->mapToGlobal(QPointF(name.right() + 3, name.center().y())), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(pages.viewport(), &move);
+    EXPECT_EQ(pages.selectedText(), QStringLiteral("Lisinopril 1"));
+    QTest::mouseDClick(pages.viewport(), Qt::LeftButton, {}, place("groove").center());
+    EXPECT_EQ(pages.selectedText(), QStringLiteral("groove"));
+    press(window, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(pages.selectedText(), pages.text());
+}
+
+TEST_F(PreviewWindowTest, IsATextToThoseWhoHaveItReadToThem) {
+    PreviewWindow& window = open(6, 2);
+    QAccessibleInterface* pages = QAccessible::queryAccessibleInterface(&pagesOf(window));
+    ASSERT_NE(pages, nullptr);
+    QAccessibleTextInterface* text = pages->textInterface();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->characterCount(), pagesOf(window).text().size());
+    int start = 0;
+    int end = 0;
+    const QString line = text->textAtOffset(static_cast<int>(pagesOf(window).text().indexOf(QLatin1String("oval"))),
+                                            QAccessible::LineBoundary, &start, &end);
+    EXPECT_EQ(line.trimmed(), QStringLiteral("Amoxicillin 500 mg 0\twhite, oval, with a groove"));
+    EXPECT_FALSE(text->characterRect(start).isEmpty());
+    EXPECT_EQ(text->offsetAtPoint(text->characterRect(start + 2).center()) - start, 2);
+    text->setSelection(0, start, start + 4);
+    EXPECT_EQ(pagesOf(window).selectedText(), QStringLiteral("Amox"));
 }
 
 TEST_F(PreviewWindowTest, FitsItsWidthUntilZoomed) {
@@ -181,10 +348,68 @@ TEST_F(PreviewWindowTest, PrintsThePagesAskedFor) {
     EXPECT_NEAR(612 - (number->top + ReportPainter::metrics(10).ascent), 565, 0.2);
 }
 
+TEST_F(PreviewWindowTest, PrintsRangesInTheOrderAskedFor) {
+    struct Row {
+        const char* ranges;
+        QPrinter::PageOrder order;
+        int copies;
+        QStringList numbers;
+    };
+    const std::vector<Row> rows = {{"1-2,5", QPrinter::FirstPageFirst, 1, {"1", "2", "5"}},
+                                   {"4-9", QPrinter::FirstPageFirst, 1, {"4", "5"}},
+                                   {"1-2,5", QPrinter::LastPageFirst, 1, {"5", "2", "1"}},
+                                   {"", QPrinter::LastPageFirst, 1, {"5", "4", "3", "2", "1"}},
+                                   {"2-3", QPrinter::FirstPageFirst, 2, {"2", "3", "2", "3"}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.ranges);
+        const QTemporaryDir folder;
+        QPrinter printer;
+        printer.setOutputFileName(folder.filePath(QStringLiteral("printed.pdf")));
+        printer.setResolution(ReportPainter::unitsPerInch);
+        printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A5), QPageLayout::Portrait, QMarginsF()));
+        printer.setFullPage(true);
+        printer.setPageRanges(QPageRanges::fromString(QLatin1String(row.ranges)));
+        printer.setPageOrder(row.order);
+        printer.setCopyCount(row.copies);
+        ASSERT_TRUE(printReportOn(printer, exampleReport(3, 200)));
+        QFile file(printer.outputFileName());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        QStringList numbers;
+        for (const FoundPage& page : wordsOfPdf(file.readAll())) {
+            const auto label = std::ranges::find(page.words, QStringLiteral("Page:"), &FoundWord::text);
+            ASSERT_NE(label, page.words.end());
+            numbers.append((label + 1)->text);
+        }
+        EXPECT_EQ(numbers, row.numbers);
+    }
+}
+
+TEST_F(PreviewWindowTest, PagesComeOutOnceInTheOrderAskedFor) {
+    struct Row {
+        PrintRequest request;
+        std::vector<int> pages;
+    };
+    const std::vector<Row> rows = {
+        {{}, {0, 1, 2, 3, 4}},
+        {{.ranges = {{1, 2}, {5, 5}}}, {0, 1, 4}},
+        {{.ranges = {{1, 3}, {2, 4}}}, {0, 1, 2, 3}},
+        {{.ranges = {{4, 99}}}, {3, 4}},
+        {{.ranges = {{6, 9}}}, {}},
+        {{.ranges = {}, .lastFirst = true}, {4, 3, 2, 1, 0}},
+        {{.ranges = {{2, 3}}, .copies = 2}, {1, 2, 1, 2}},
+        {{.ranges = {{2, 3}}, .copies = 2, .collated = false}, {1, 1, 2, 2}},
+        {{.ranges = {{2, 3}}, .lastFirst = true, .copies = 2, .collated = false}, {2, 2, 1, 1}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(pagesToPrint(row.request, 5), row.pages);
+    }
+}
+
 TEST_F(PreviewWindowTest, EveryCommandHasAKeyAndAMenuPlace) {
     PreviewWindow& window = open(4, 1);
-    for (const char* name :
-         {"printCommand", "savePdfCommand", "closeCommand", "zoomInCommand", "zoomOutCommand", "fitWidthCommand"}) {
+    for (const char* name : {"printCommand", "printAllCommand", "savePdfCommand", "saveAllCommand", "closeTabCommand",
+                             "closeCommand", "copyCommand", "selectAllCommand", "findCommand", "findNextCommand",
+                             "findPreviousCommand", "zoomInCommand", "zoomOutCommand", "fitWidthCommand"}) {
         SCOPED_TRACE(name);
         const auto* command = window.findChild<QAction*>(QLatin1String(name));
         ASSERT_NE(command, nullptr);

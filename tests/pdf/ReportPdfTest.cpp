@@ -7,9 +7,12 @@
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
+#include <QHashSeed>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace kpx::test {
 namespace {
@@ -130,6 +133,169 @@ TEST(ReportPdf, PlacesCountFromTheLowerEdgeOfAnyPaper) {
     EXPECT_TRUE(holds(pages[0], QStringLiteral("here"), 20, 500, 8));
 }
 
+/// The report with each text of its rows replaced.
+Document withTexts(Document report, const std::function<std::string(const DrawText&)>& text) {
+    for (Page& page : report.pages) {
+        for (DrawingOperation& operation : page.operations) {
+            if (auto* drawn = std::get_if<DrawText>(&operation); drawn && drawn->y < 550) {
+                drawn->text = text(*drawn);
+            }
+        }
+    }
+    return report;
+}
+
+/// How many words stand upon another.
+int overprinted(const FoundPage& page) {
+    int count = 0;
+    for (const FoundWord& word : page.words) {
+        count += std::ranges::any_of(page.words, [&](const FoundWord& other) {
+            const double across = std::min(word.right, other.right) - std::max(word.left, other.left);
+            const double down = std::min(word.bottom, other.bottom) - std::max(word.top, other.top);
+            return &other != &word && across > 0.1 && down > 4;
+        });
+    }
+    return count;
+}
+
+TEST(ReportPdf, NoWordIsPrintedUponAnother) {
+    const std::vector<std::string> names = {
+        "CVS Pharmacy #4417, Main St",
+        "Maximiliane von Hohenfels-Schillingsfürst",
+        "Dr. Bartholomew Featherstonehaugh-Cholmondeley III, Department of Internal Medicine",
+        std::string(300, 'W'),
+        "東京都千代田区丸の内一丁目九番一号 中央薬局",
+        "Аптека на Большой Никитской улице, дом двенадцать",
+        "Zoe\u0308 Mu\u0308ller-Lu\u0308denscheidt, Ko\u0308nigsstra\u00DFe",
+    };
+    for (const int type : {1, 2, 3, 4, 5, 6, 7, 99}) {
+        SCOPED_TRACE(type);
+        std::size_t next = 0;
+        const Document report =
+            withTexts(exampleReport(type, 46), [&](const DrawText&) { return names[next++ % names.size()]; });
+        for (const FoundPage& page : wordsOfPdf(reportPdf(report, letter(), QStringLiteral("en")))) {
+            EXPECT_EQ(overprinted(page), 0);
+            for (const FoundWord& word : page.words) {
+                EXPECT_LE(word.right, 788.1) << utf8(word.text);
+            }
+        }
+    }
+}
+
+TEST(ReportPdf, LongTextsEndInAnEllipsisAndLessLongOnesAreWhole) {
+    struct Row {
+        std::size_t letters;
+        bool isWhole;
+    };
+    // In 76 points: about 16 letters fit as they are, 26 at the narrowest stretch, 40 at the narrowest of all.
+    for (const Row& row : std::vector<Row>{{10, true}, {20, true}, {30, true}, {36, true}, {60, false}, {400, false}}) {
+        SCOPED_TRACE(row.letters);
+        Document document = oneLine(std::string(row.letters, 'a'));
+        std::get<DrawText>(document.pages[0].operations[0]).room = 76;
+        const auto pages = wordsOfPdf(reportPdf(document, letter(), QStringLiteral("en")));
+        ASSERT_EQ(pages[0].words.size(), 1U);
+        const FoundWord& word = pages[0].words[0];
+        EXPECT_EQ(word.text.size() == static_cast<qsizetype>(row.letters), row.isWhole) << utf8(word.text);
+        EXPECT_EQ(word.text.endsWith(QChar(0x2026)), !row.isWhole);
+        EXPECT_NEAR(word.left, 20, tolerance);
+        EXPECT_LE(word.right, 96.1);
+        if (row.letters > 20) {
+            EXPECT_GT(word.right, 80);
+        }
+    }
+}
+
+TEST(ReportPdf, WhatFitsIsDrawnAsIfThereWereNoColumns) {
+    // What differs from one writing to the next whatever is drawn.
+    const auto drawn = [](const Document& document) {
+        QByteArray pdf = reportPdf(document, letter(), QStringLiteral("en"));
+        const qsizetype date = pdf.indexOf("/CreationDate");
+        return pdf.remove(date, pdf.indexOf(')', date) - date);
+    };
+    for (const int type : {1, 2, 3, 4, 5, 6, 7, 99}) {
+        SCOPED_TRACE(type);
+        Document report =
+            withTexts(exampleReport(type, 46), [](const DrawText& text) { return text.text.substr(0, 4); });
+        const QByteArray inColumns = drawn(report);
+        for (Page& page : report.pages) {
+            for (DrawingOperation& operation : page.operations) {
+                if (auto* text = std::get_if<DrawText>(&operation)) {
+                    text->room = 0;
+                }
+            }
+        }
+        EXPECT_EQ(inColumns, drawn(report));
+    }
+}
+
+TEST(ReportPdf, NothingIsCutOnOtherPaper) {
+    struct Row {
+        QPageSize::PageSizeId paper;
+        QPageLayout::Orientation orientation;
+    };
+    const Document report = exampleReport(2, 46);
+    const auto wordsOn = [&](const Row& row) {
+        const QPageLayout layout(QPageSize(row.paper), row.orientation, QMarginsF());
+        return wordsOfPdf(reportPdf(report, layout, QStringLiteral("en")));
+    };
+    const auto whole = wordsOn({QPageSize::Letter, QPageLayout::Landscape});
+    for (const Row& row : {Row{QPageSize::Letter, QPageLayout::Portrait}, Row{QPageSize::A4, QPageLayout::Portrait},
+                           Row{QPageSize::A5, QPageLayout::Landscape}, Row{QPageSize::A5, QPageLayout::Portrait},
+                           Row{QPageSize::A6, QPageLayout::Portrait}, Row{QPageSize::A3, QPageLayout::Landscape}}) {
+        SCOPED_TRACE(static_cast<int>(row.paper) * 10 + static_cast<int>(row.orientation));
+        const auto pages = wordsOn(row);
+        ASSERT_EQ(pages.size(), whole.size());
+        for (std::size_t index = 0; index < pages.size(); ++index) {
+            // Which letters a reader takes for one word depends on their size; no letter may be missing.
+            const auto letters = [](const FoundPage& page) {
+                qsizetype count = 0;
+                for (const FoundWord& word : page.words) {
+                    count += word.text.size();
+                }
+                return count;
+            };
+            EXPECT_EQ(letters(pages[index]), letters(whole[index]));
+            for (const FoundWord& word : pages[index].words) {
+                EXPECT_GE(word.left, 0);
+                EXPECT_GE(word.top, 0);
+                EXPECT_LE(word.right, pages[index].width);
+                EXPECT_LE(word.bottom, pages[index].height);
+            }
+        }
+    }
+}
+
+TEST(ReportPainter, PlacesTheDrawingOnTheSheet) {
+    struct Row {
+        const char* what;
+        QSizeF sheet;
+        QRectF place;  ///< of a point-sized square whose lower left corner is at 20, 20
+    };
+    const std::vector<Row> rows = {
+        {"letter across", {792, 612}, {20, 591, 1, 1}},
+        {"A4 across", {842, 595}, {20, 574, 1, 1}},
+        {"just large enough", {788, 580}, {20, 559, 1, 1}},
+        // Turned: what is at the lower left comes to the lower right.
+        {"letter upright", {612, 792}, {591, 771, 1, 1}},
+        // Half the size in both directions.
+        {"half as large", {404, 300}, {10, 289.5, 0.5, 0.5}},
+        {"half as large, upright", {300, 404}, {289.5, 393.5, 0.5, 0.5}},
+        // As wide as fits, in the middle.
+        {"low", {800, 300}, {208, 289.5, 0.5, 0.5}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const bool upright = row.sheet.height() > row.sheet.width();
+        const QSizeF across = upright ? row.sheet.transposed() : row.sheet;
+        const double height = across.width() >= 788 && across.height() >= 580 ? across.height() : 600;
+        const QRectF placed = ReportPainter(row.sheet).placed({20, height - 21, 1, 1});
+        EXPECT_NEAR(placed.left(), row.place.left(), 1e-6);
+        EXPECT_NEAR(placed.top(), row.place.top(), 1e-6);
+        EXPECT_NEAR(placed.width(), row.place.width(), 1e-6);
+        EXPECT_NEAR(placed.height(), row.place.height(), 1e-6);
+    }
+}
+
 TEST(ReportPdf, WhatIsNoPdfIsLeftAlone) {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("text"), QByteArray("trailer\n<< /Root 1 0 R >>\nstartxref\n7\n%%EOF\n")}) {
@@ -141,6 +307,8 @@ TEST(ReportPdf, WhatIsNoPdfIsLeftAlone) {
 }  // namespace kpx::test
 
 int main(int argc, char** argv) {
+    // The order of fonts in a file follows from hashes.
+    QHashSeed::setDeterministicGlobalSeed();
     const QGuiApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -33,6 +33,8 @@ TEST(ReportColumns, FieldsAsText) {
         {"only the second date", ReportField::TwoDates, {{otherKey, "20240105"}}, std::nullopt},
         {"type and number", ReportField::TypeAndRefills, {{key, "Refill"}, {otherKey, 70000}}, "Refill\t\t70000"},
         {"type and a fraction", ReportField::TypeAndRefills, {{key, "Refill"}, {otherKey, 2.5}}, "Refill\t\t2.5"},
+        {"a word", ReportField::Word, {{key, "Refill"}}, "Refill"},
+        {"no word", ReportField::Word, {}, std::nullopt},
         {"type without number", ReportField::TypeAndRefills, {{key, "Refill"}}, std::nullopt},
         {"number without type", ReportField::TypeAndRefills, {{otherKey, 2}}, std::nullopt},
         {"a stored cost", ReportField::Currency, {{key, "1234.50"}}, "$1,234.50"},
@@ -53,15 +55,15 @@ TEST(ReportColumns, FieldsAsText) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.about);
-        EXPECT_EQ(reportFieldText({20, "", row.field, key, otherKey}, row.record, reportEnvironment()), row.text);
+        EXPECT_EQ(reportFieldText({20, "", row.field, key, otherKey}, row.record, reportEnvironment(), {}), row.text);
     }
 }
 
 TEST(ReportColumns, FollowTheRegion) {
     const Record record{{key, "1234.50"}, {otherKey, "20240331"}};
     const Environment germany = reportEnvironment("de_DE");
-    EXPECT_EQ(reportFieldText({20, "", ReportField::Currency, key}, record, germany), "€1.234,50");
-    EXPECT_EQ(reportFieldText({20, "", ReportField::ShortDate, otherKey}, record, germany), "31.03.24");
+    EXPECT_EQ(reportFieldText({20, "", ReportField::Currency, key}, record, germany, {}), "€1.234,50");
+    EXPECT_EQ(reportFieldText({20, "", ReportField::ShortDate, otherKey}, record, germany, {}), "31.03.24");
 }
 
 TEST(ReportColumns, HeadingsAndPlaces) {

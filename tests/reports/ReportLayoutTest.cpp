@@ -30,6 +30,7 @@ TEST(ReportLayout, APageOfOneRecordStepByStep) {
     EXPECT_EQ(report.missingFields, 0U);
     ASSERT_EQ(report.document.pages.size(), 1U);
     const std::vector<DrawingOperation> expected = {
+        // A column may take up to 4 points before the next one, the last one up to 788.
         // 13 characters of the label: 20 + 68.9; 39 of the title: (690 − 117) / 2.
         DrawText{"Today's Date:", regular, 10, false, 20, 565},
         DrawText{"3/5/24", regular, 10, false, 20 + 5.3 * 13, 565},
@@ -37,18 +38,18 @@ TEST(ReportLayout, APageOfOneRecordStepByStep) {
         DrawText{"Page: 1", regular, 10, false, 690, 565},
         DrawLine{20, 557, 725, 557, 1.0},
         DrawLine{20, 553, 725, 553, 1.8},
-        DrawText{"Patient", bold, 10, true, 20, 535},
-        DrawText{"Prescriber", bold, 10, true, 150, 535},
-        DrawText{"Drug Name", bold, 10, true, 260, 535},
-        DrawText{"Rx Number", bold, 10, true, 380, 535},
-        DrawText{"Dispense/Expire Dates", bold, 10, true, 470, 535},
-        DrawText{"Type/Remaining Refills", bold, 10, true, 610, 535},
-        DrawText{"Ann", regular, 8, false, 20, 524},
-        DrawText{"Dr. Grey", regular, 8, false, 150, 524},
-        DrawText{"Aspirin", regular, 8, false, 260, 524},
-        DrawText{"17", regular, 8, false, 380, 524},
-        DrawText{"1/5/24\t3/20/25", regular, 8, false, 470, 524},
-        DrawText{"Initial\t\t2", regular, 8, false, 610, 524},
+        DrawText{"Patient", bold, 10, true, 20, 535, 126},
+        DrawText{"Prescriber", bold, 10, true, 150, 535, 106},
+        DrawText{"Drug Name", bold, 10, true, 260, 535, 116},
+        DrawText{"Rx Number", bold, 10, true, 380, 535, 86},
+        DrawText{"Dispense/Expire Dates", bold, 10, true, 470, 535, 136},
+        DrawText{"Type/Remaining Refills", bold, 10, true, 610, 535, 178},
+        DrawText{"Ann", regular, 8, false, 20, 524, 126},
+        DrawText{"Dr. Grey", regular, 8, false, 150, 524, 106},
+        DrawText{"Aspirin", regular, 8, false, 260, 524, 116},
+        DrawText{"17", regular, 8, false, 380, 524, 86},
+        DrawText{"1/5/24\t3/20/25", regular, 8, false, 470, 524, 136},
+        DrawText{"Initial\t\t2", regular, 8, false, 610, 524, 178},
     };
     EXPECT_EQ(report.document.pages[0].operations, expected);
 }
@@ -74,7 +75,7 @@ TEST(ReportLayout, PagesOfFortyFive) {
 
 TEST(ReportLayout, LinesStepByTheFontsUnroundedHeight) {
     const FontMetrics metrics{7.42578125, 1.88671875};
-    const auto report = printReport(3, Records(45, prescription()), 0, 0, reportEnvironment(), {}, metrics, {});
+    const auto report = printReport(3, Records(45, prescription()), 0, 0, 0, reportEnvironment(), {}, metrics, {});
     EXPECT_EQ(rowsOf(report.document.pages[0]).front().y, 535 - 11.3125);
     EXPECT_EQ(rowsOf(report.document.pages[0]).back().y, 535 - 45 * 11.3125);
 }
@@ -152,12 +153,12 @@ TEST(ReportLayout, ClosingBlock) {
     const auto report = laidOut(2, {prescription()});
     const auto texts = rowsOf(report.document.pages[0]);
     ASSERT_EQ(texts.size(), 11U);
-    EXPECT_EQ(texts[5], (DrawText{"$1,234.50", regular, 8, false, 700, 524}));
-    EXPECT_EQ(texts[6], (DrawText{"======", regular, 8, false, 700, 509}));
-    EXPECT_EQ(texts[7], (DrawText{"Total Service Costs", regular, 8, false, 560, 494}));
-    EXPECT_EQ(texts[8], (DrawText{"$2,469.00", regular, 8, false, 700, 494}));
-    EXPECT_EQ(texts[9], (DrawText{"Average Monthly Cost", regular, 8, false, 560, 479}));
-    EXPECT_EQ(texts[10], (DrawText{"$1,234.50", regular, 8, false, 700, 479}));
+    EXPECT_EQ(texts[5], (DrawText{"$1,234.50", regular, 8, false, 700, 524, 88}));
+    EXPECT_EQ(texts[6], (DrawText{"======", regular, 8, false, 700, 509, 88}));
+    EXPECT_EQ(texts[7], (DrawText{"Total Service Costs", regular, 8, false, 560, 494, 136}));
+    EXPECT_EQ(texts[8], (DrawText{"$2,469.00", regular, 8, false, 700, 494, 88}));
+    EXPECT_EQ(texts[9], (DrawText{"Average Monthly Cost", regular, 8, false, 560, 479, 136}));
+    EXPECT_EQ(texts[10], (DrawText{"$1,234.50", regular, 8, false, 700, 479, 88}));
 }
 
 TEST(ReportLayout, ClosingBlockOnAPageNumberedLikeTheOneBefore) {
@@ -168,13 +169,13 @@ TEST(ReportLayout, ClosingBlockOnAPageNumberedLikeTheOneBefore) {
     EXPECT_EQ(textsOf(report.document.pages[1])[3].text, "Page: 2");
     EXPECT_EQ(textsOf(report.document.pages[2])[3].text, "Page: 2");
     EXPECT_EQ(rowsOf(report.document.pages[2]).size(), 5U);
-    EXPECT_EQ(rowsOf(report.document.pages[2]).front(), (DrawText{"======", regular, 8, false, 700, 509}));
+    EXPECT_EQ(rowsOf(report.document.pages[2]).front(), (DrawText{"======", regular, 8, false, 700, 509, 88}));
 }
 
 TEST(ReportLayout, ALineAtSixtyLeavesRoomForTheClosingBlock) {
     const FontMetrics metrics{21.75, 0};  // 535 − 20 × 23.75 = 60
     const auto printed = [&](std::size_t count) {
-        return printReport(2, Records(count, prescription()), 0, 0, reportEnvironment(), {}, metrics, {}).document;
+        return printReport(2, Records(count, prescription()), 0, 0, 0, reportEnvironment(), {}, metrics, {}).document;
     };
     EXPECT_EQ(printed(20).pages.size(), 1U);
     EXPECT_EQ(printed(21).pages.size(), 2U);
@@ -209,7 +210,7 @@ TEST(ReportLayout, TheShownTable) {
     Record nameless = row;
     nameless.remove("patient");
     const std::vector<std::string> titles = {"A", "B", "C", "D", "E", "F", "G", "H", "I", "J"};
-    const auto report = printReport(99, {row, full, nameless}, 0, 0, reportEnvironment(), {}, plainMetrics, titles);
+    const auto report = printReport(99, {row, full, nameless}, 0, 0, 0, reportEnvironment(), {}, plainMetrics, titles);
     EXPECT_EQ(report.missingFields, 1U);
 
     std::vector<std::string> headings;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Environment.h"
 #include "core/Keys.h"
-#include "core/Record.h"
+#include "region/Environment.h"
 #include "reports/ReportLayout.h"
+#include "values/Record.h"
 
 #include <string>
 #include <variant>
@@ -35,7 +35,7 @@ inline Record prescription(const std::string& patient = "Ann", const std::string
 
 inline LaidOutReport laidOut(int type, const Records& records, const Environment& environment = reportEnvironment(),
                              const LocalizedStrings& localized = {}) {
-    return printReport(type, records, 2469, 1234.5, environment, localized, plainMetrics, {});
+    return printReport(type, records, 12, 2469, 1234.5, environment, localized, plainMetrics, {});
 }
 
 /// The texts of a page, or of those in the body font only.
