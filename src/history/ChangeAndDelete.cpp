@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <span>
 
 namespace kpx {
@@ -31,12 +32,24 @@ std::optional<std::size_t> copyFilterArrayAndRetain(const Records& history, cons
     return record == history.end() ? std::nullopt : std::optional(static_cast<std::size_t>(record - history.begin()));
 }
 
-std::vector<std::size_t> copyFilterBasedOnRxPharmPatient(const Records& history, const Record& usingTableRowDict) {
+Records copyFilterBasedOnRxPharmPatient(const Records& history, const Record& usingTableRowDict) {
+    Records group;
+    std::ranges::copy_if(history, std::back_inserter(group), [&](const Record& candidate) {
+        return equalUnder(prescriptionKeys, candidate, usingTableRowDict);
+    });
+    return group;
+}
+
+std::optional<std::vector<std::size_t>> positionsOfGroup(const Records& history, const Records& group) {
     std::vector<std::size_t> positions;
-    for (std::size_t position = 0; position < history.size(); ++position) {
-        if (equalUnder(prescriptionKeys, history[position], usingTableRowDict)) {
-            positions.push_back(position);
+    auto behind = history.begin();
+    for (const Record& record : group) {
+        const auto found = std::find(behind, history.end(), record);
+        if (found == history.end()) {
+            return std::nullopt;
         }
+        positions.push_back(static_cast<std::size_t>(found - history.begin()));
+        behind = found + 1;
     }
     return positions;
 }

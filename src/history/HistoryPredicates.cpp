@@ -1,7 +1,7 @@
 #include "history/HistoryPredicates.h"
 
 #include "core/Keys.h"
-#include "core/LocalizedStrings.h"
+#include "region/LocalizedStrings.h"
 
 namespace kpx {
 

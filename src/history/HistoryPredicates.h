@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Date.h"
 #include "core/Predicate.h"
+#include "values/Date.h"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,10 @@
 #include "history/HistoryRecord.h"
 
-#include "core/DateUtilities.h"
-#include "core/FieldFinder.h"
 #include "core/Keys.h"
-#include "core/Numbers.h"
+#include "region/DateUtilities.h"
+#include "region/Numbers.h"
+#include "values/FieldFinder.h"
+#include "values/NumberText.h"
 
 #include <array>
 
@@ -11,7 +12,7 @@ namespace kpx {
 
 namespace {
 
-enum class RowValue { AsStored, Date, Cost };
+enum class RowValue { AsStored, Count, Date, Cost };
 
 struct Column {
     Text key;
@@ -27,15 +28,15 @@ const std::array<Column, 18>& historyColumns() {
         {MHDrugKey, "drugname"},
         {MHPrescriberKey, "prescriber"},
         {MHRxNumberKey, "scriptnum"},
-        {MHDaysSupplyKey, "dayssupply"},
+        {MHDaysSupplyKey, "dayssupply", RowValue::Count},
         {MHTotalCostKey, "cost", RowValue::Cost},
-        {MHRefillsKey, "refills"},
-        {MHRefillsRemainKey, "remainingrefills"},
+        {MHRefillsKey, "refills", RowValue::Count},
+        {MHRefillsRemainKey, "remainingrefills", RowValue::Count},
         {MHDispenseDateKey, "dispensedate", RowValue::Date},
         {MHExpireDateKey, "expiredate", RowValue::Date},
-        {MHTakeNbrKey, "takenumber"},
+        {MHTakeNbrKey, "takenumber", RowValue::Count},
         {MHDrugTypeMeasureKey, "typemeasure"},
-        {MHEveryIntervalKey, "everinterval"},
+        {MHEveryIntervalKey, "everinterval", RowValue::Count},
         {MHWhenToTakeDrugKey, "whentotake"},
         {MHFillTypeKey, "filltype"},
         {MHReceiptKey, "receiptdata"},
@@ -48,6 +49,10 @@ std::optional<Value> rowValue(const Value& stored, RowValue kind, const Environm
     const Text* text = stored.as<Text>();
     if (kind == RowValue::AsStored || !text) {
         return stored;
+    }
+    if (kind == RowValue::Count) {
+        // Old-style files know no numbers; in the table 9 stands before 10 all the same.
+        return isWholeNumber(*text) ? Value(leadingInteger(*text)) : stored;
     }
     if (kind == RowValue::Date) {
         return Value(dateFromYYMMDDStr(*text, environment));

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/Record.h"
 #include "history/InputFields.h"
+#include "region/Environment.h"
+#include "values/Record.h"
 
 namespace kpx {
 

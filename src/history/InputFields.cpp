@@ -1,8 +1,8 @@
 #include "history/InputFields.h"
 
-#include "core/DateUtilities.h"
-#include "core/Numbers.h"
-#include "core/Unicode.h"
+#include "region/DateUtilities.h"
+#include "values/NumberText.h"
+#include "values/Unicode.h"
 
 namespace kpx {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
+#include "region/Environment.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <cstdint>
 #include <optional>
@@ -39,8 +39,8 @@ struct InputRefusal {
     FormField focus = FormField::Patient;
 };
 
-/// Runs every check over the form. When several fail the last one is reported, deliberately: the later
-/// fields are the ones just typed. Otherwise fills `input` (all but the refills remaining).
+/// Runs every check over the form. When several fail the last one is reported (see behaviours). Otherwise fills `input`
+/// (all but the refills remaining).
 std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArray& input,
                                                 const Environment& environment, const LocalizedStrings& localized);
 

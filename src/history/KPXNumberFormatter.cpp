@@ -1,6 +1,6 @@
 #include "history/KPXNumberFormatter.h"
 
-#include "core/Unicode.h"
+#include "values/Unicode.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
 #include "history/InputFields.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <optional>
 #include <string>

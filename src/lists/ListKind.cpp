@@ -2,6 +2,7 @@
 
 #include "core/DataFiles.h"
 #include "core/Keys.h"
+#include "region/LocalizedStrings.h"
 
 namespace kpx {
 
@@ -11,15 +12,24 @@ const ListKind& drugList() {
         .fileName = drugFile,
         .nameKey = DrugNameKey,
         .historyKey = MHDrugKey,
-        .maintainTitle = "Maintain Drugs…",
+        .maintainTitle = localizable("Maintain Drugs…"),
         .keysByTag = {"", DrugNameKey, DrugDescriptionKey},
         .columns = {{"Drugname", DrugNameKey}, {"Drugdesc", DrugDescriptionKey}},
         .rowStopsAtMissingValue = false,
         .requiredFields = 2,
         .sortedAfterAdd = true,
-        .missingDataTitle = "Drug Data Missing",
-        .missingDataMessage = "Drug Name and Drug Description must be entered, please try again.  Thank you",
-        .duplicateTitle = "Duplicate Drug Name - not added",
+        .missingDataTitle = localizable("Drug Data Missing"),
+        .missingDataMessage =
+            localizable("Drug Name and Drug Description must be entered, please try again.  Thank you"),
+        .duplicateTitle = localizable("Duplicate Drug Name - not added"),
+        .nameFixedTitle =
+            localizable("The Drug name, \"%@\", cannot be changed but all other Drug fields may be changed"),
+        .stillUsedMessage =
+            localizable("The Drug name \"%@\" was deleted as requested but is not recommended because it is used in "
+                        "prescription maintenance data.\r\rRecommend re-adding the Drug just deleted to avoid data "
+                        "integrity issues."),
+        .stillUsedTitle = localizable("Deleting a Drug creates a mismatch between the Drug data and the prescription "
+                                      "maintenance data."),
     };
     return kind;
 }
@@ -30,16 +40,25 @@ const ListKind& patientList() {
         .fileName = patientFile,
         .nameKey = patientNameKey,
         .historyKey = MHPatientKey,
-        .maintainTitle = "Maintain Patients…",
+        .maintainTitle = localizable("Maintain Patients…"),
         .keysByTag = {"", patientNameKey, patientAddressKey, patientCityKey, patientStateKey, patientZipKey},
         .columns = {{"patientname", patientNameKey},
                     {"patientaddress", patientAddressKey},
                     {"patientcity", patientCityKey},
                     {"patientstate", patientStateKey},
                     {"patientpostal", patientZipKey}},
-        .missingDataTitle = "patient Data Missing",
-        .missingDataMessage = "patient Name must be entered, please try again.  Thank you",
-        .duplicateTitle = "Duplicate patientName - not added",
+        .missingDataTitle = localizable("patient Data Missing"),
+        .missingDataMessage = localizable("patient Name must be entered, please try again.  Thank you"),
+        .duplicateTitle = localizable("Duplicate patientName - not added"),
+        .nameFixedTitle =
+            localizable("The Patient name, \"%@\", cannot be changed but all other Patient fields may be changed"),
+        .stillUsedMessage =
+            localizable("The Patient name \"%@\" was deleted as requested but is not recommended because it is used in "
+                        "prescription maintenance data.\r\rRecommend re-adding the Patient just deleted to avoid data "
+                        "integrity issues."),
+        .stillUsedTitle =
+            localizable("Deleting a Patient creates a mismatch between the Patient data and the prescription "
+                        "maintenance data."),
     };
     return kind;
 }
@@ -50,16 +69,25 @@ const ListKind& pharmacyList() {
         .fileName = pharmacyFile,
         .nameKey = pharmacyNameKey,
         .historyKey = MHPharmacyKey,
-        .maintainTitle = "Maintain Pharmacies…",
+        .maintainTitle = localizable("Maintain Pharmacies…"),
         .keysByTag = {"", pharmacyNameKey, pharmacyAddressKey, pharmacyNoteKey, pharmacyEmailKey, pharmacyWebPageKey,
                       pharmacyPhoneKey},
         .columns = {{"provname", pharmacyNameKey},
                     {"provaddress", pharmacyAddressKey},
                     {"provnotes", pharmacyNoteKey},
                     {"provphone", pharmacyPhoneKey}},
-        .missingDataTitle = "pharmacy Data Missing",
-        .missingDataMessage = "pharmacy Name must be entered, please try again.  Thank you",
-        .duplicateTitle = "Duplicate pharmacy Name - not added",
+        .missingDataTitle = localizable("pharmacy Data Missing"),
+        .missingDataMessage = localizable("pharmacy Name must be entered, please try again.  Thank you"),
+        .duplicateTitle = localizable("Duplicate pharmacy Name - not added"),
+        .nameFixedTitle =
+            localizable("The Pharmacy name, \"%@\", cannot be changed but all other Pharmacy fields may be changed"),
+        .stillUsedMessage = localizable(
+            "The Pharmacy name \"%@\" was deleted as requested but is not recommended because it is used in "
+            "prescription maintenance data.\r\rRecommend re-adding the Pharmacy just deleted to avoid data "
+            "integrity issues."),
+        .stillUsedTitle =
+            localizable("Deleting a Pharmacy creates a mismatch between the Pharmacy data and the prescription "
+                        "maintenance data."),
     };
     return kind;
 }
@@ -70,7 +98,7 @@ const ListKind& prescriberList() {
         .fileName = prescriberFile,
         .nameKey = PrescriberNameKey,
         .historyKey = MHPrescriberKey,
-        .maintainTitle = "Maintain Prescribers…",
+        .maintainTitle = localizable("Maintain Prescribers…"),
         .keysByTag = {"", PrescriberNameKey, PrescriberAddressKey, PrescriberPhoneKey, PrescriberEmailKey,
                       PrescriberSpecialtyKey},
         .columns = {{"prescribername", PrescriberNameKey},
@@ -78,9 +106,18 @@ const ListKind& prescriberList() {
                     {"prescriberspecialty", PrescriberSpecialtyKey},
                     {"prescriberemail", PrescriberEmailKey},
                     {"prescriberphone", PrescriberPhoneKey}},
-        .missingDataTitle = "Prescriber Data Missing",
-        .missingDataMessage = "Prescriber Name must be entered, please try again.  Thank you",
-        .duplicateTitle = "Duplicate Prescriber Name - not added",
+        .missingDataTitle = localizable("Prescriber Data Missing"),
+        .missingDataMessage = localizable("Prescriber Name must be entered, please try again.  Thank you"),
+        .duplicateTitle = localizable("Duplicate Prescriber Name - not added"),
+        .nameFixedTitle = localizable(
+            "The Prescriber name, \"%@\", cannot be changed but all other Prescriber fields may be changed"),
+        .stillUsedMessage = localizable(
+            "The Prescriber name \"%@\" was deleted as requested but is not recommended because it is used in "
+            "prescription maintenance data.\r\rRecommend re-adding the Prescriber just deleted to avoid data "
+            "integrity issues."),
+        .stillUsedTitle =
+            localizable("Deleting a Prescriber creates a mismatch between the Prescriber data and the prescription "
+                        "maintenance data."),
     };
     return kind;
 }

@@ -28,6 +28,10 @@ struct ListKind {
     std::string missingDataTitle;
     std::string missingDataMessage;
     std::string duplicateTitle;
+    // Whole sentences with the name as their argument, asked for before those that any kind's word is put into.
+    std::string nameFixedTitle;
+    std::string stillUsedMessage;
+    std::string stillUsedTitle;
 
     int endTag() const { return static_cast<int>(keysByTag.size()) - 1; }
     const std::string& nameColumn() const { return columns.front().first; }

@@ -36,6 +36,22 @@ void populateSheetArray(const ListKind& kind, const Records& records, Records& t
     }
 }
 
+void populateDrugSheetArray(const Records& records, Records& tvArray) {
+    populateSheetArray(drugList(), records, tvArray);
+}
+
+void populatepatientSheetArray(const Records& records, Records& tvArray) {
+    populateSheetArray(patientList(), records, tvArray);
+}
+
+void populatepharmacySheetArray(const Records& records, Records& tvArray) {
+    populateSheetArray(pharmacyList(), records, tvArray);
+}
+
+void populatePrescriberSheetArray(const Records& records, Records& tvArray) {
+    populateSheetArray(prescriberList(), records, tvArray);
+}
+
 void sortByName(const ListKind& kind, Records& records, const Environment& environment) {
     sortBy(kind.nameKey, records, environment);
 }
@@ -77,12 +93,17 @@ bool historyUses(const ListKind& kind, const Records& history, const std::string
 ListWarning historyUseWarning(const ListKind& kind, const std::string& name, const LocalizedStrings& localized) {
     const std::string& word = kind.kindWord;
     return {
-        formatted(localized("The %@ name \"%@\" was deleted as requested but is not recommended"), {word, name}) +
-            localized(" because it is used in prescription maintenance data.") +
-            formatted(localized("\r\rRecommend re-adding the %@ just deleted to avoid data integrity issues."), {word}),
-        formatted(localized("Deleting a %@ "), {word}) +
-            formatted(localized("creates a mismatch between the %@ data and the prescription maintenance data."),
-                      {word})};
+        localized.sentence(
+            kind.stillUsedMessage, {name},
+            formatted(localized("The %@ name \"%@\" was deleted as requested but is not recommended"), {word, name}) +
+                localized(" because it is used in prescription maintenance data.") +
+                formatted(localized("\r\rRecommend re-adding the %@ just deleted to avoid data integrity issues."),
+                          {word})),
+        localized.sentence(
+            kind.stillUsedTitle, {},
+            formatted(localized("Deleting a %@ "), {word}) +
+                formatted(localized("creates a mismatch between the %@ data and the prescription maintenance data."),
+                          {word}))};
 }
 
 }  // namespace kpx

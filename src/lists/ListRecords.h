@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
 #include "lists/ListKind.h"
+#include "region/Environment.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
 #include <string>
 #include <vector>
@@ -12,6 +12,10 @@ namespace kpx {
 
 /// Appends one table row per record, in file order.
 void populateSheetArray(const ListKind& kind, const Records& records, Records& tvArray);
+void populateDrugSheetArray(const Records& records, Records& tvArray);
+void populatepatientSheetArray(const Records& records, Records& tvArray);
+void populatepharmacySheetArray(const Records& records, Records& tvArray);
+void populatePrescriberSheetArray(const Records& records, Records& tvArray);
 
 /// Ascending by name with the localised case-insensitive comparison (no natural digits).
 void sortByName(const ListKind& kind, Records& records, const Environment& environment);

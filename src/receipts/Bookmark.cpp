@@ -1,6 +1,6 @@
 #include "receipts/Bookmark.h"
 
-#include "core/PropertyList.h"
+#include "plist/PropertyList.h"
 #include "receipts/DataFolderRule.h"
 #include "receipts/FileIdentity.h"
 
@@ -88,8 +88,12 @@ std::filesystem::path keptPath(const std::filesystem::path& file, const std::fil
     return climbs(below) ? file : (below / file.filename()).lexically_normal();
 }
 
-bool isCopy(const std::filesystem::path& file, const Reference& wanted) {
-    return wanted.fingerprint && fingerprintOf(file) == wanted.fingerprint;
+/// Whether the content is the wanted one. A file's number alone says nothing: it is given to another file when the
+/// first is gone, and stays when the file is written anew.
+bool isTheContent(const std::filesystem::path& file, const std::optional<FileIdentity>& found,
+                  const Reference& wanted) {
+    return found && found->size == wanted.identity.size && wanted.fingerprint &&
+           fingerprintOf(file) == wanted.fingerprint;
 }
 
 /// The file below the folder, else the first copy of it.
@@ -100,12 +104,13 @@ std::optional<std::filesystem::path> findBelow(const std::filesystem::path& fold
     for (std::filesystem::recursive_directory_iterator entry(folder, options, error), end; !error && entry != end;
          entry.increment(error)) {
         const auto found = identityOf(entry->path());
+        if ((copy && found != wanted.identity) || !isTheContent(entry->path(), found, wanted)) {
+            continue;
+        }
         if (found == wanted.identity) {
             return entry->path();
         }
-        if (!copy && found && found->size == wanted.identity.size && isCopy(entry->path(), wanted)) {
-            copy = entry->path();
-        }
+        copy = entry->path();
     }
     return copy;
 }
@@ -144,13 +149,18 @@ std::optional<std::filesystem::path> resolveBookmark(const Data& bookmark, const
     }
     const std::filesystem::path expected = dataFolder / wanted->path;
     const auto found = identityOf(expected);
-    if (found && (found->inode == wanted->identity.inode || isCopy(expected, *wanted))) {
+    if (isTheContent(expected, found, *wanted)) {
         return expected;
     }
     if (auto moved = findBelow(dataFolder, *wanted)) {
         return moved;
     }
     return found ? std::optional(expected) : std::nullopt;
+}
+
+std::string nameInBookmark(const Data& bookmark, const std::filesystem::path& dataFolder) {
+    const auto reference = referenceOf(bookmark, dataFolder);
+    return reference ? reference->path.filename().string() : std::string();
 }
 
 }  // namespace kpx

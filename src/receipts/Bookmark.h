@@ -1,9 +1,10 @@
 #pragma once
 
-#include "core/Record.h"
+#include "values/Record.h"
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace kpx {
 
@@ -25,11 +26,17 @@ std::optional<Data> createBookmark(const std::filesystem::path& file, const std:
 /// | only another file where it was (edited, scanned again)    | that other file        |
 /// | none of these                                             | none                   |
 ///
+/// "The file" is one of that size and fingerprint; among several, the one with the inode. A receipt that was empty
+/// resembles every other empty file, and is only found where it was.
+///
 /// Symbolic links to folders are not searched, but followed where the path leads through one.
 ///
 /// None also for data that createBookmark() cannot have made: such data is nobody's to interpret. Data
 /// made up by somebody else leads to no file outside the folder, unless its path has the data folder's
 /// name in it, as that of every receipt taken from elsewhere has.
 std::optional<std::filesystem::path> resolveBookmark(const Data& bookmark, const std::filesystem::path& dataFolder);
+
+/// The name that the bookmark's file had; empty for data that createBookmark() cannot have made.
+std::string nameInBookmark(const Data& bookmark, const std::filesystem::path& dataFolder);
 
 }  // namespace kpx

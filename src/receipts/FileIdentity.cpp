@@ -1,8 +1,11 @@
 #include "receipts/FileIdentity.h"
 
+#include "files/FileDescriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -12,28 +15,13 @@ namespace {
 
 constexpr std::int64_t longestPart = 65536;
 
-class OpenFile {
-public:
-    explicit OpenFile(const std::filesystem::path& file)
-        : m_descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    ~OpenFile() {
-        if (m_descriptor >= 0) {
-            close(m_descriptor);
-        }
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    /// None when fewer bytes are there.
-    std::optional<std::vector<unsigned char>> read(std::int64_t position, std::int64_t length) const {
-        std::vector<unsigned char> bytes(static_cast<std::size_t>(length));
-        const ssize_t count = pread(m_descriptor, bytes.data(), bytes.size(), position);
-        return count == length ? std::optional(std::move(bytes)) : std::nullopt;
-    }
-
-private:
-    int m_descriptor;
-};
+/// None when fewer bytes are there.
+std::optional<std::vector<unsigned char>> bytesOf(const FileDescriptor& file, std::int64_t position,
+                                                  std::int64_t length) {
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(length));
+    const ssize_t count = pread(file.get(), bytes.data(), bytes.size(), position);
+    return count == length ? std::optional(std::move(bytes)) : std::nullopt;
+}
 
 /// FNV-1a.
 std::uint64_t hashed(const std::vector<unsigned char>& bytes, std::uint64_t hash) {
@@ -59,10 +47,10 @@ std::optional<std::int64_t> fingerprintOf(const std::filesystem::path& file) {
     if (!identity || identity->size == 0) {
         return std::nullopt;
     }
-    const OpenFile opened(file);
+    const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     const std::int64_t part = std::min(identity->size, longestPart);
-    const auto beginning = opened.read(0, part);
-    const auto end = opened.read(identity->size - part, part);
+    const auto beginning = bytesOf(opened, 0, part);
+    const auto end = bytesOf(opened, identity->size - part, part);
     if (!beginning || !end) {
         return std::nullopt;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/LocalizedStrings.h"
+#include "region/LocalizedStrings.h"
 
 #include <filesystem>
 #include <string>

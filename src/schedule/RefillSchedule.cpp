@@ -1,9 +1,9 @@
 #include "schedule/RefillSchedule.h"
 
-#include "core/DateUtilities.h"
-#include "core/FieldFinder.h"
 #include "core/Keys.h"
 #include "core/Sorting.h"
+#include "region/DateUtilities.h"
+#include "values/FieldFinder.h"
 
 namespace kpx {
 
@@ -52,6 +52,23 @@ std::vector<std::string_view> textsOf(const Records& records, const char* key) {
 }
 
 }  // namespace
+
+std::optional<std::string> scheduleRefusal(const std::optional<std::string>& patient,
+                                           const std::optional<std::string>& drug, const Records& history, int tag) {
+    if (patient.value_or("").empty()) {
+        return "No Patient Selected. Please select a Patient or if no patients, please add a patient first. ";
+    }
+    if (drug.value_or("").empty()) {
+        return "No Drug Selected. Please select a Drug or if no Drugs, please add a Drug first.";
+    }
+    if (history.empty()) {
+        return "There is no prescription maintenance history to show";
+    }
+    if (tag < static_cast<int>(ScheduleMode::LatestFill) || tag > static_cast<int>(ScheduleMode::Expired)) {
+        return "Invalid 'case' in respondToShowBtnPane2: Contact the developer";
+    }
+    return std::nullopt;
+}
 
 void removeDictsWithEarlierDispenseDate(Records& records, const Environment& environment) {
     const auto order = sortedOrder(records,

@@ -1,6 +1,6 @@
 #include "schedule/Reminder.h"
 
-#include "core/DateUtilities.h"
+#include "region/DateUtilities.h"
 
 #include <vector>
 
@@ -20,7 +20,7 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     }
 }
 
-/// Deliberately simple: a name that itself holds ": " is cut there.
+/// A name that itself holds ": " is cut there; see behaviours.
 std::string nameInLine(std::string_view line) {
     const auto pieces = split(line, ": ");
     return pieces.size() < 2 ? std::string() : std::string(pieces[1]);
@@ -29,9 +29,15 @@ std::string nameInLine(std::string_view line) {
 }  // namespace
 
 std::string reminderText(const RemindedPrescription& prescription, const LocalizedStrings& localized) {
-    return formatted("%@%@ %@\r %@%@ %@\r %@",
-                     {localized("Prescription"), ":", prescription.drug, localized("for patient"), ":",
-                      prescription.patient, localized("is due")});
+    const auto glued = [&](const LocalizedStrings& localizedPiece) {
+        return formatted("%@%@ %@\r %@%@ %@\r %@",
+                         {localizedPiece("Prescription"), ":", prescription.drug, localizedPiece("for patient"), ":",
+                          prescription.patient, localizedPiece("is due")});
+    };
+    const std::string text = localized.sentence("Prescription: %@\r for patient: %@\r is due",
+                                                {prescription.drug, prescription.patient}, glued(localized));
+    const std::string english = glued(LocalizedStrings());
+    return prescriptionFromReminderText(text) == prescriptionFromReminderText(english) ? text : english;
 }
 
 std::optional<RemindedPrescription> prescriptionFromReminderText(std::string_view text) {
@@ -42,24 +48,34 @@ std::optional<RemindedPrescription> prescriptionFromReminderText(std::string_vie
     return RemindedPrescription{.patient = nameInLine(lines[1]), .drug = nameInLine(lines[0])};
 }
 
+Record reminderRow(std::string_view text, Date delivery) {
+    const RemindedPrescription prescription =
+        prescriptionFromReminderText(text).value_or(RemindedPrescription{.patient = {}, .drug = std::string(text)});
+    return Record{{"patient", prescription.patient}, {"drug", prescription.drug}, {"when", delivery}};
+}
+
 Date reminderDeliveryDate(Date nextFillDate, const Environment& environment) {
     return dateAtTimeOfDay(nextFillDate, 8, 0, 0, environment);
 }
 
 ReminderCaption reminderCaption(bool row, std::optional<Date> nextFillDate, const Environment& environment,
                                 const LocalizedStrings& localized) {
-    const auto refusal = [&](std::string_view reason) {
-        return ReminderCaption{formatted("%@  %@", {localized(reason), localized("Please try again")}), false};
-    };
     if (!row) {
-        return refusal("No prescription selected");
+        return {localized.sentence("No prescription selected  Please try again", {},
+                                   localized("No prescription selected") + "  " + localized("Please try again")),
+                false};
     }
     if (!nextFillDate || *nextFillDate <= environment.now) {
-        return refusal("Can't set reminder: prescription's 'Next Fill' date must be a future date");
+        return {localized.sentence(
+                    "Can't set reminder: prescription's 'Next Fill' date must be a future date  Please try again", {},
+                    localized("Can't set reminder: prescription's 'Next Fill' date must be a future date") + "  " +
+                        localized("Please try again")),
+                false};
     }
-    return {
-        formatted("%@  %@", {localized("Prescription selected for:"), mediumStyleFromDate(*nextFillDate, environment)}),
-        true};
+    const std::string day = mediumStyleFromDate(*nextFillDate, environment);
+    return {localized.sentence("Prescription selected for:  %@", {day},
+                               localized("Prescription selected for:") + "  " + day),
+            true};
 }
 
 }  // namespace kpx

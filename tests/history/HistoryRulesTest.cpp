@@ -1,10 +1,10 @@
-#include "core/DateConversion.h"
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
 #include "history/ChangeAndDelete.h"
 #include "history/HistoryPredicates.h"
 #include "history/HistoryRecord.h"
 #include "history/RefillAccounting.h"
+#include "region/DateConversion.h"
+#include "region/DateUtilities.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -132,7 +132,10 @@ TEST(ChangeAndDelete, FindsTheFillAndItsPrescription) {
     const Record refill = fill("Ann", "Corner", "100", fillTypeRefill, 1, "20240205");
     const Records history = {fill("Bob", "Corner", "100", fillTypeInitial, 1), initial, refill, refill};
     EXPECT_EQ(copyFilterArrayAndRetain(history, refill), 2U);
-    EXPECT_EQ(copyFilterBasedOnRxPharmPatient(history, refill), (std::vector<std::size_t>{1, 2, 3}));
+    EXPECT_EQ(copyFilterBasedOnRxPharmPatient(history, refill), (Records{initial, refill, refill}));
+    EXPECT_EQ(positionsOfGroup(history, {initial, refill, refill}), (std::vector<std::size_t>{1, 2, 3}));
+    EXPECT_EQ(positionsOfGroup(history, {initial, refill, refill, refill}), std::nullopt);
+    EXPECT_EQ(positionsOfGroup(history, {}), std::vector<std::size_t>());
     EXPECT_FALSE(copyFilterArrayAndRetain(history, fill("Ann", "Corner", "100", fillTypeRefill, 1, "20240206")));
     Records left = history;
     removePositions(left, {1, 2, 3});
@@ -175,6 +178,8 @@ TEST(HistoryPredicates, NarrowByNamesTypeAndDate) {
         {"refill", "All", "All", scriptTypeRefill, {1}},
         {"a name with a double quote", "Änn \"A\"", "All", scriptTypeAll, {}},
         {"a name that would close its literal", "x\" OR MHPatientKey LIKE \"*", "All", scriptTypeAll, {}},
+        {"a name that would parse as further clauses", "Ann\" AND MHPatientKey == \"Ann", "All", scriptTypeAll, {}},
+        {"a drug that would", "All", "Lisinopril\" AND MHPatientKey == \"Ann", scriptTypeAll, {}},
         {"a name with a backslash", "back\\slash", "All", scriptTypeAll, {3}},
         {"a drug named like a placeholder", "All", "%@", scriptTypeAll, {2}},
         {"case counts", "ann", "All", scriptTypeAll, {}},

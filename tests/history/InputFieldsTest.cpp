@@ -1,5 +1,5 @@
-#include "core/DateUtilities.h"
 #include "history/InputFields.h"
+#include "region/DateUtilities.h"
 
 #include <gtest/gtest.h>
 #include <functional>

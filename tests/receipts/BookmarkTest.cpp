@@ -1,10 +1,11 @@
 #include "receipts/Bookmark.h"
 
-#include "core/PropertyList.h"
+#include "plist/PropertyList.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <climits>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -110,6 +111,31 @@ TEST_F(Bookmark, FindsACopy) {
     EXPECT_EQ(resolveBookmark(bookmark, folder), file);
 }
 
+/// A bookmark with the fields changed.
+template <typename ChangeFields>
+Data changedBookmark(const Data& bookmark, const ChangeFields& changeFields) {
+    constexpr std::size_t markLength = 12;
+    const std::string bytes(bookmark.bytes().begin(), bookmark.bytes().end());
+    Record fields = *readPropertyList(std::string_view(bytes).substr(markLength))->as<Record>();
+    changeFields(fields);
+    const std::string changed = bytes.substr(0, markLength) + *writePropertyList(fields);
+    return Data(Data::Bytes(changed.begin(), changed.end()));
+}
+
+TEST_F(Bookmark, IsNotLookedAtWhenItIsTooLong) {
+    const Data bookmark = bookmarkOf(folder / "receipt.png", "ink");
+    const auto ofLength = [&](std::size_t length) {
+        Data longer = bookmark;
+        for (std::size_t filler = 0; longer.bytes().size() < length; ++filler) {
+            longer = changedBookmark(bookmark, [&](Record& fields) { fields.set("x", std::string(filler, 'x')); });
+        }
+        EXPECT_EQ(longer.bytes().size(), length);
+        return longer;
+    };
+    EXPECT_EQ(resolveBookmark(ofLength(PATH_MAX + 1024), folder), folder / "receipt.png");
+    EXPECT_EQ(resolveBookmark(ofLength(PATH_MAX + 1025), folder), std::nullopt);
+}
+
 TEST_F(Bookmark, DoesNotTakeEmptyFilesForCopies) {
     const Data bookmark = bookmarkOf(folder / "empty.png", "");
     EXPECT_EQ(resolveBookmark(bookmark, folder), folder / "empty.png");
@@ -127,6 +153,24 @@ TEST_F(Bookmark, FindsAnEditedFile) {
     write(folder / "new", "ink, brightened");
     fs::rename(folder / "new", file);
     EXPECT_EQ(resolveBookmark(bookmark, folder), file);
+}
+
+TEST_F(Bookmark, DoesNotTakeAFileForItsNumber) {
+    const fs::path file = folder / "receipt.png";
+    const Data bookmark = bookmarkOf(file, "ink");
+    // Written anew in place: the number stays, and nothing else does.
+    const std::vector<std::string> contents = {"red", "blue ink", ""};
+    for (const std::string& content : contents) {
+        SCOPED_TRACE(content);
+        write(file, content);
+        EXPECT_EQ(resolveBookmark(bookmark, folder), file) << "it stands in where the receipt was";
+        fs::rename(file, folder / "other.png");
+        EXPECT_FALSE(resolveBookmark(bookmark, folder));
+        fs::rename(folder / "other.png", file);
+    }
+    // With a copy of the receipt elsewhere, that is the receipt.
+    write(folder / "2024" / "copy.png", "ink");
+    EXPECT_EQ(resolveBookmark(bookmark, folder), folder / "2024" / "copy.png");
 }
 
 TEST_F(Bookmark, MovesWithItsFolder) {

@@ -1,5 +1,5 @@
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
+#include "region/DateUtilities.h"
 #include "schedule/RefillSchedule.h"
 #include "schedule/Reminder.h"
 
@@ -118,6 +118,33 @@ TEST(Reminder, IsDeliveredAtEightAndNeedsAFutureDate) {
     const auto caption = reminderCaption(true, at(2024, 7, 1).now, now, LocalizedStrings());
     EXPECT_TRUE(caption.canRemind);
     EXPECT_EQ(caption.caption, "Prescription selected for:  Jul 1, 2024");
+}
+
+TEST(RefillSchedule, TellsTheFirstReasonWhyThereIsNone) {
+    const Records history = {fill("Ann", "Aspirin", "20240101", 30)};
+    const std::optional<std::string> name = "All";
+    struct Row {
+        std::optional<std::string> patient, drug;
+        Records history;
+        int tag;
+        const char* begin;  // of the refusal; null for none
+    };
+    const std::vector<Row> rows = {
+        {name, name, history, 1, nullptr},
+        {name, name, history, 4, nullptr},
+        {name, name, history, 0, "Invalid 'case'"},
+        {name, name, history, 5, "Invalid 'case'"},
+        {name, name, {}, 5, "There is no prescription"},
+        {name, "", {}, 1, "No Drug Selected"},
+        {name, std::nullopt, history, 1, "No Drug Selected"},
+        {"", "", history, 1, "No Patient Selected"},
+        {std::nullopt, name, history, 1, "No Patient Selected"},
+    };
+    for (const Row& row : rows) {
+        const auto refusal = scheduleRefusal(row.patient, row.drug, row.history, row.tag);
+        EXPECT_EQ(refusal.has_value(), row.begin != nullptr);
+        EXPECT_TRUE(!refusal || refusal->starts_with(row.begin)) << *refusal;
+    }
 }
 
 }  // namespace
