@@ -8,17 +8,29 @@
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Velmora"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QApplication::setApplicationVersion(QStringLiteral(KPX_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("example.velmora.Velmora"));
 
+    const bool scheduleIsWanted = QApplication::arguments().contains(QStringLiteral("--schedule"));
     kpx::SingleInstance instance;
-    if (!instance.claim()) {
+    if (!instance.claim(scheduleIsWanted)) {
         return EXIT_SUCCESS;
     }
     kpx::Application program;
+    if (!program.delegate().claimDataFolder()) {
+        program.delegate().dataFolderInUseMsg();
+        return EXIT_SUCCESS;
+    }
     instance.activated = [&] { program.raise(); };
     instance.reminderClicked = [&](const kpx::UserNotification& reminder) { program.open(reminder); };
+    instance.reminderToBeShown = [&](const kpx::UserNotification& reminder) { program.showReminder(reminder); };
+    instance.scheduleWanted = [&] { program.showSchedule(); };
+    if (scheduleIsWanted) {
+        program.showSchedule();
+    }
     program.show();
-    kpx::QtUserNotificationCenter::wakeAgent();
-    return QApplication::exec();
+    kpx::QtUserNotificationCenter::startAgentIfNeeded();
+    const int status = QApplication::exec();
+    instance.release();
+    return status;
 }

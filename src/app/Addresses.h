@@ -2,8 +2,8 @@
 
 namespace kpx {
 
-// The maker's web site. A reserved example domain until there is one.
-inline constexpr char versionFileAddress[] = "https://velmora.example/KPX/version.txt";
-inline constexpr char productPageAddress[] = "https://velmora.example/KPX/";
+// The maker's web site. Settings of the build: KPX_VERSION_FILE_ADDRESS and KPX_PRODUCT_PAGE_ADDRESS.
+extern const char* const versionFileAddress;
+extern const char* const productPageAddress;
 
 }  // namespace kpx

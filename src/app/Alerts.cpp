@@ -37,17 +37,23 @@ Alert KPXAppDelegate::copySheetAlertWithErrorString(const std::string& errorStri
     return alert;
 }
 
-int KPXAppDelegate::runModalAlert(AlertStyle style, const std::string& messageText, const std::string& informativeText,
-                                  const std::string& firstButtonTitle, const std::string& secondButtonTitle) {
+Alert KPXAppDelegate::modalAlert(AlertStyle style, const std::string& messageText, const std::string& informativeText,
+                                 const std::string& firstButtonTitle, const std::string& secondButtonTitle) {
     Alert alert;
     alert.messageText = messageText;
     alert.informativeText = informativeText;
     alert.style = style;
     alert.buttons = {{firstButtonTitle, {}, AlertKey::None}};
     if (!secondButtonTitle.empty()) {
-        alert.buttons.push_back({secondButtonTitle, {}, AlertKey::None});
+        alert.buttons.push_back({.title = secondButtonTitle, .toolTip = {}, .cancels = true});
     }
-    return m_ports.alerts.runModal(alert);
+    return alert;
+}
+
+int KPXAppDelegate::runModalAlert(AlertStyle style, const std::string& messageText, const std::string& informativeText,
+                                  const std::string& firstButtonTitle, const std::string& secondButtonTitle) {
+    return m_ports.alerts.runModal(
+        modalAlert(style, messageText, informativeText, firstButtonTitle, secondButtonTitle));
 }
 
 void KPXAppDelegate::calledWhenAlertEnds(int returnCode, const std::optional<std::string>& contextInfo) {
@@ -57,6 +63,17 @@ void KPXAppDelegate::calledWhenAlertEnds(int returnCode, const std::optional<std
     if (deleteMaintFromList()) {
         doSheetAlert(mainWindow, "", localized("Delete request failed - not deleted"));
     }
+}
+
+void KPXAppDelegate::dataFolderInUseMsg() {
+    const std::filesystem::path resources = m_ports.bundle.resources();
+    m_strings = LocalizedStrings(resources, languageOfTexts(resources, environment().region.languageCodes()));
+    runModalAlert(
+        AlertStyle::Informational, localized("Velmora is running already"),
+        formatted(localized("Another Velmora works with the data folder\r%@\r\rPlease go on there, or close it "
+                            "before you start this one again."),
+                  {copyDataFolderURL().value_or("").string()}),
+        localized("OK"));
 }
 
 bool KPXAppDelegate::alertShowHelp() {
@@ -74,7 +91,8 @@ void KPXAppDelegate::noDataFoundErrorMsg() {
 }
 
 void KPXAppDelegate::reportInternalErrorAndTerminate(const std::string& messageText, const std::string& operation) {
-    doSheetAlert(mainWindow, localized("Error in " + operation), localized(messageText));
+    doSheetAlert(mainWindow, m_strings.sentence("Error in %@", {operation}, localized("Error in " + operation)),
+                 localized(messageText));
     m_ports.windows.terminate();
 }
 

@@ -1,11 +1,12 @@
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
 #include "core/Keys.h"
-#include "core/Numbers.h"
-#include "core/PopUpTitles.h"
+#include "core/StoredWords.h"
 #include "history/ChangeAndDelete.h"
 #include "history/HistoryRecord.h"
+#include "history/StatusText.h"
 #include "receipts/Bookmark.h"
+#include "region/Numbers.h"
 
 namespace kpx {
 
@@ -13,26 +14,12 @@ namespace {
 
 /// A row's value as the text a field shows; empty when the row lacks it, or holds what is no text and no number.
 std::string shownText(const Record& row, std::string_view column) {
-    const Value* value = row.find(column);
-    const auto text = value ? titleOfValue(*value) : std::nullopt;
-    return text.value_or("").string();
+    return textOfValue(row.find(column)).value_or("").string();
 }
 
-/// The row's cost as the form shows it. A file edited by hand may hold a whole number where a text belongs.
-std::string shownCost(const Record& row, const Environment& environment) {
-    const Value* cost = row.find("cost");
-    if (const auto* amount = cost ? cost->as<double>() : nullptr) {
-        return copyFormatStringForTextField(*amount, "###,###,###.00", environment);
-    }
-    if (const auto* whole = cost ? cost->as<std::int64_t>() : nullptr) {
-        return copyFormatStringForTextField(static_cast<double>(*whole), "###,###,###.00", environment);
-    }
-    return shownText(row, "cost");
-}
-
-/// Selects by title; a row without the value, or with one that the pop-up lacks, leaves no selection.
-void selectTitle(PopUpButton& popUp, const Record& row, std::string_view column) {
-    popUp.selectItemWithTitle(shownText(row, column));
+/// Selects what the row holds; a row without the value, or with one that the pop-up lacks, leaves no selection.
+void selectValue(PopUpButton& popUp, const Record& row, std::string_view column) {
+    popUp.selectItemRepresenting(shownText(row, column));
 }
 
 }  // namespace
@@ -43,18 +30,19 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
         return;
     }
     const Record row = maintArrayForTVTab1[static_cast<std::size_t>(clicked)];
-    selectTitle(outlets.patientPopTab1, row, "patient");
-    selectTitle(outlets.pharmacyPopTab1, row, "pharmacy");
-    selectTitle(outlets.drugPopTab1, row, "drugname");
-    selectTitle(outlets.prescriberPopTab1, row, "prescriber");
+    selectValue(outlets.patientPopTab1, row, "patient");
+    selectValue(outlets.pharmacyPopTab1, row, "pharmacy");
+    selectValue(outlets.drugPopTab1, row, "drugname");
+    selectValue(outlets.prescriberPopTab1, row, "prescriber");
     outlets.rxNumberTab1.setText(shownText(row, "scriptnum"));
     outlets.initialRefillsTab1.setText(shownText(row, "refills"));
     outlets.remainingRefillsTab1.setText(shownText(row, "remainingrefills"));
-    // A row without a note leaves the previous note in the field, deliberately.
+    // A row without a note leaves the previous note in the field; see behaviours.
     if (row.contains("scriptnote")) {
         outlets.scriptNoteTab1.setText(shownText(row, "scriptnote"));
     }
-    outlets.totalCostTab1.setText(shownCost(row, environment()));
+    const Value* cost = row.find("cost");
+    outlets.totalCostTab1.setText(cost ? formatShownCost(*cost, environment()) : std::string());
     if (const auto date = row.date("dispensedate")) {
         outlets.dispenseDateTab1.setDate(*date);
     }
@@ -62,11 +50,11 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
         outlets.expirationDateTab1.setDate(*date);
     }
     outlets.daysSupply.setText(shownText(row, "dayssupply"));
-    selectTitle(outlets.takeNumberTab1, row, "takenumber");
-    selectTitle(outlets.drugTypeOrMeasureTab1, row, "typemeasure");
-    selectTitle(outlets.everyIntervalTab1, row, "everinterval");
-    selectTitle(outlets.whenToTakeDrugTab1, row, "whentotake");
-    selectTitle(outlets.fillTypeTab1, row, "filltype");
+    selectValue(outlets.takeNumberTab1, row, "takenumber");
+    selectValue(outlets.drugTypeOrMeasureTab1, row, "typemeasure");
+    selectValue(outlets.everyIntervalTab1, row, "everinterval");
+    selectValue(outlets.whenToTakeDrugTab1, row, "whentotake");
+    selectValue(outlets.fillTypeTab1, row, "filltype");
     restoreReceipt(row);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, true);
 }
@@ -80,16 +68,18 @@ std::optional<Record> KPXAppDelegate::selectedRecordForSearching() const {
 }
 
 void KPXAppDelegate::changeMaintFromListAction() {
+    beginAction();
     const auto selected = selectedRecordForSearching();
     if (!selected) {
         return;
     }
     const std::string rowFillType = selected->text(MHFillTypeKey).value_or("").string();
-    const std::string formFillType = outlets.fillTypeTab1.titleOfSelectedItem().value_or("");
+    const std::string formFillType = outlets.fillTypeTab1.representedTextOfSelectedItem().value_or("");
     if (rowFillType != formFillType) {
         doSheetAlert(mainWindow, localized("The prescription has NOT been changed. Please try again"),
                      formatted(localized("Cannot change an existing prescription's FILL TYPE from \"%@\" to \"%@\""),
-                               {rowFillType, formFillType}));
+                               {shownWord(MHFillTypeKey, rowFillType, m_strings),
+                                shownWord(MHFillTypeKey, formFillType, m_strings)}));
         return;
     }
     if (!changeMaintFromList()) {
@@ -122,10 +112,15 @@ bool KPXAppDelegate::changeMaintFromList() {
     Record changed = copyDictFromInputFieldsArray(input, form, environment());
     keepUnchosenDosage(form, stored, changed);
     addReceiptImageToDict(changed);
+    keepUntouchedReceipt(stored, changed);
     changed.set(MHNoteKey, form.note);
     history[*position] = changed;
-    writeArray(history, prescriptionHistoryFile);
+    const bool written = writeArray(history, prescriptionHistoryFile);
     rebuildHistoryTable(history);
+    if (written) {
+        showStoredFill(*position,
+                       changedText(input.rxNumber, form.fillType.value_or(""), input.refillsRemaining, m_strings));
+    }
     return false;
 }
 
@@ -145,6 +140,7 @@ bool KPXAppDelegate::hasWrongDataBeenChanged(const InputArray& input, const Reco
 }
 
 void KPXAppDelegate::doMaintDeleteDriver() {
+    beginAction();
     shouldDeletePrescriptionSheet(
         mainWindow,
         formatted(
@@ -176,10 +172,17 @@ bool KPXAppDelegate::deleteMaintFromList() {
         return true;
     }
     auto history = copyArrayFromDataFile(prescriptionHistoryFile);
+    const auto group = history ? copyFilterBasedOnRxPharmPatient(*history, *searched) : Records();
     if (history) {
-        removePositions(*history, copyFilterBasedOnRxPharmPatient(*history, *searched));
+        const auto positions = positionsOfGroup(*history, group);
+        if (!positions) {
+            doSheetAlert(mainWindow, localized("index in 'deleteMaintFromList:'  not found"),
+                         localized("Delete failure"));
+            return true;
+        }
+        removePositions(*history, *positions);
     }
-    writeArray(history, prescriptionHistoryFile);
+    const bool written = writeArray(history, prescriptionHistoryFile, Replacing::Deletion);
 
     enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,
                       &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1,
@@ -190,6 +193,10 @@ bool KPXAppDelegate::deleteMaintFromList() {
     setPatientPop(outlets.patientPopTab2);
     setPatientPop(outlets.patientPopTab3);
     setPatientPop(outlets.patientPopTab4);
+    if (written && !group.empty()) {
+        outlets.statusText.setText(
+            deletedText(searched->text(MHRxNumberKey).value_or("").string(), group.size(), m_strings));
+    }
     return false;
 }
 

@@ -22,12 +22,26 @@ void KPXAppDelegate::connectActions() {
     outlets.filterBtnTab1.action = [this] { showFilterSheetForTab1(); };
     outlets.showBtnTab1.action = [this] { respondToShowBtnPane1(); };
     outlets.closeBtnFilterSheet.action = [this] { sheetCloseBtnPressed(outlets.closeBtnFilterSheet); };
+    outlets.allBtnTab1.action = [this] { showAllFills(); };
+    outlets.contextMenuTab1.needsUpdate = [this] { updateHistoryMenu(); };
+    outlets.contextMenuTab1.action = [this](int index) { respondToHistoryMenu(index); };
+    outlets.contextMenuReceipt.needsUpdate = [this] { updateReceiptMenu(); };
+    outlets.contextMenuReceipt.action = [this](int index) { respondToReceiptMenu(index); };
+    outlets.findReceiptBtn.action = [this] { chooseReceipt(); };
+    outlets.dropButton.pictureFailed = [this](bool notFound) {
+        if (m_imageFilePathURL) {
+            showReceiptProblem(notFound ? KPXDropButton::State::NotFound : KPXDropButton::State::CannotBeShown,
+                               m_imageFilePathURL->filename().string());
+        }
+    };
     outlets.showPrintTableListBtn.action = [this] { respondToPrintBtnPane4(outlets.showPrintTableListBtn); };
 
     outlets.showBtnTab2.action = [this] { respondToShowBtnPane2(); };
     outlets.contextMenuTab2.needsUpdate = [this] { menuNeedsUpdate(outlets.contextMenuTab2); };
     outlets.contextMenuTab2.action = [this](int index) { respondToContextMenuTab2(index); };
     outlets.showBtnTab3.action = [this] { respondToShowBtnPane3(); };
+    outlets.costChartKind.action = [this] { showCostChart(); };
+    outlets.printCostChartBtn.action = [this] { printCostChart(); };
     outlets.reportsTab4.action = [this] { reportChkBoxClicked(); };
     outlets.printBtnTab4.action = [this] { respondToPrintBtnPane4(outlets.printBtnTab4); };
 
@@ -40,9 +54,22 @@ void KPXAppDelegate::connectActions() {
     }
     outlets.theDatePicker.action = [this] { userPickedFromGraphicalDatePicker(); };
 
+    outlets.scheduledRemindersMenuItem.action = [this] { showScheduledReminders(); };
+    outlets.tableViewReminders.action = [this] { respondToTableViewClick(outlets.tableViewReminders); };
+    outlets.removeReminderBtn.action = [this] { removeSelectedReminder(); };
+    outlets.closeBtnRemindersSheet.action = [this] { sheetCloseBtnPressed(outlets.closeBtnRemindersSheet); };
+    outlets.standingReminder.action = [this] { chooseStandingReminder(); };
+    outlets.earlierStatesMenuItem.action = [this] { showEarlierStates(); };
+    outlets.unreadableBarBtn.action = [this] { showEarlierStates(); };
+    outlets.tableViewEarlierStates.action = [this] { earlierStateSelected(); };
+    outlets.bringBackBtn.action = [this] { respondToBringBackBtn(); };
+    outlets.closeBtnEarlierStatesSheet.action = [this] { sheetCloseBtnPressed(outlets.closeBtnEarlierStatesSheet); };
+
     outlets.exportMenuItem.action = [this] { ExportToTabDelimited(); };
     outlets.helpMenuItem.action = [this] { myShowHelp(); };
     outlets.showDataFilesMenuItem.action = [this] { showDataFilesInFinder(); };
+    outlets.keyboardMenuItem.action = [this] { showKeyboardHelp(); };
+    outlets.aboutMenuItem.action = [this] { showAbout(); };
     outlets.versionCheckMenuItem.action = [this] { newVersionCheck(); };
     outlets.webPageMenuItem.action = [this] { doLaunchURL(); };
 }
@@ -60,6 +87,12 @@ void KPXAppDelegate::connectListSheets() {
     for (Control* control : outlets.controls()) {
         if (auto* table = dynamic_cast<TableView*>(control)) {
             table->dataSource = this;
+            table->find = [this, table](const std::string& text, int from) {
+                return findInTable(*table, text, from, SearchDirection::Forward).has_value();
+            };
+            table->findAgain = [this, table](bool forward) {
+                return findAgain(*table, forward ? SearchDirection::Forward : SearchDirection::Backward).has_value();
+            };
         }
     }
     for (ListSheet& list : m_listSheets) {

@@ -1,6 +1,7 @@
 #include "app/KPXAppDelegate.h"
-#include "core/Numbers.h"
 #include "costs/CostSummary.h"
+#include "region/Numbers.h"
+#include "reports/ChartReport.h"
 
 namespace kpx {
 
@@ -15,11 +16,22 @@ void KPXAppDelegate::respondToShowBtnPane3() {
     const CostFigures figures = costFigures(*records, here);
     // The fields hold single precision.
     const auto show = [&](TextField& field, double amount) {
-        field.setText(copyFormatStringForTextField(static_cast<float>(amount), "###,###,###.00", here));
+        field.setText(formatShownCost(static_cast<float>(amount), here));
     };
     show(outlets.totalCostTab3, figures.total);
     show(outlets.avgMonthlyCostTab3, figures.average);
     outlets.howManyDBRecords.setText(costSummaryLine(records->size(), figures.range, here, m_strings));
+    m_costCharts = costCharts(*records, figures, here, m_strings);
+    outlets.printCostChartBtn.setEnabled(true);
+    showCostChart();
+}
+
+void KPXAppDelegate::showCostChart() {
+    outlets.costChart.setChart(m_costCharts.at(static_cast<std::size_t>(outlets.costChartKind.indexOfSelectedItem())));
+}
+
+void KPXAppDelegate::printCostChart() {
+    m_ports.preview.open(chartReport(outlets.costChart.chart(), environment(), m_strings));
 }
 
 }  // namespace kpx

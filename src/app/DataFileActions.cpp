@@ -1,10 +1,10 @@
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
-#include "core/DateConversion.h"
 #include "core/Keys.h"
 #include "core/PopUpTitles.h"
 #include "history/HistoryPredicates.h"
 #include "history/HistoryRecord.h"
+#include "region/DateConversion.h"
 
 namespace kpx {
 
@@ -13,19 +13,30 @@ std::optional<std::filesystem::path> KPXAppDelegate::copyDataFolderURL() const {
     return directories.empty() ? std::nullopt : std::optional(directories.front() / dataFolderName);
 }
 
-std::optional<Records> KPXAppDelegate::copyArrayFromDataFile(std::string_view fileName) const {
+std::optional<Records> KPXAppDelegate::copyArrayFromDataFile(std::string_view fileName) {
     const auto folder = copyDataFolderURL();
-    return folder ? kpx::copyArrayFromDataFile(*folder, fileName) : Records();
+    DataFile file = folder ? readDataFile(*folder, fileName) : DataFile{};
+    m_readings.insert_or_assign(std::string(fileName), file.state);
+    showUnreadableBar();
+    return file.state == DataFile::State::Damaged ? std::nullopt : std::optional(std::move(file.records));
 }
 
-bool KPXAppDelegate::writeArray(const std::optional<Records>& array, std::string_view toDataFile) const {
+bool KPXAppDelegate::writeArray(const std::optional<Records>& array, std::string_view toDataFile, Replacing replacing) {
     const auto folder = copyDataFolderURL();
-    return folder && kpx::writeArray(array, *folder, toDataFile);
+    const auto bytes = folder && array ? bytesFromRecords(*array) : std::nullopt;
+    if (!bytes) {
+        return false;
+    }
+    const auto reading = m_readings.find(toDataFile);
+    const bool wasUnreadable = reading != m_readings.end() && reading->second == DataFile::State::Unreadable;
+    const NewContent content{.bytes = *bytes,
+                             .madeFrom = wasUnreadable ? WholeFile::State::Unreadable : WholeFile::State::Read};
+    return replaceKeepingEarlier(*folder, toDataFile, content, replacing, environment());
 }
 
 void KPXAppDelegate::showDataFilesInFinder() {
     if (const auto folder = copyDataFolderURL()) {
-        m_ports.workspace.open(folder->string());
+        m_ports.workspace.open(folder->string(), {});
     }
 }
 
@@ -50,7 +61,7 @@ std::optional<Records> KPXAppDelegate::copyArrayAndCheckDates(const DateField& b
     return kept;
 }
 
-void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray) {
+bool KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray) {
     const EntryForm form = entryForm();
     Record record = copyDictFromInputFieldsArray(input, form, environment());
     addReceiptImageToDict(record);
@@ -77,11 +88,13 @@ void KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
             patientPopUpSelected(*patientPop, stored);
         }
     }
+    return written;
 }
 
 void KPXAppDelegate::rebuildHistoryTable(const std::optional<Records>& history) {
     populateTableViewArrayFromFileArray(history, maintArrayForTVTab1);
     outlets.tableViewTab1.reloadData();
+    outlets.filterText.setText({});
     putCountOnContent(maintArrayForTVTab1.size(), 0);
 }
 

@@ -1,19 +1,15 @@
 #include "app/KPXAppDelegate.h"
-#include "core/Numbers.h"
-#include "core/Unicode.h"
 #include "history/KPXNumberFormatter.h"
+#include "history/TypedNumber.h"
+#include "region/Numbers.h"
+#include "values/NumberText.h"
+#include "values/Unicode.h"
 
 namespace kpx {
 
 namespace {
 
 constexpr std::size_t mostDigits = 3;
-constexpr char shownCostPattern[] = "###,###,###.00";
-
-/// The chosen name; none while the pop-up stands on its last item, which opens the list's sheet.
-std::optional<std::string> chosenName(const PopUpButton& popUp) {
-    return popUp.isLastItemSelected() ? std::nullopt : popUp.titleOfSelectedItem();
-}
 
 }  // namespace
 
@@ -26,6 +22,11 @@ void KPXAppDelegate::setFormattersForInputFields() {
         }
         return accepted;
     };
+    outlets.totalCostTab1.typing = [this](const std::string& before, const std::string& typed) {
+        return numberAfterTyping(before, typed, environment().region.hasDecimalComma());
+    };
+    outlets.daysSupply.typing = outlets.initialRefillsTab1.typing =
+        [](const std::string& before, const std::string& typed) { return numberAfterTyping(before, typed, false); };
 }
 
 void KPXAppDelegate::controlTextDidChange(TextField& field) {
@@ -57,14 +58,14 @@ void KPXAppDelegate::controlTextDidEndEditing(TextField& field) {
     }
     const Environment here = environment();
     const double cost = leadingNumber(removingGroupingAndCurrency(field.text(), here));
-    field.setText(copyFormatStringForTextField(cost, shownCostPattern, here));
+    field.setText(formatShownCost(cost, here));
 }
 
 EntryForm KPXAppDelegate::entryForm() const {
-    return {.patient = chosenName(outlets.patientPopTab1),
-            .pharmacy = chosenName(outlets.pharmacyPopTab1),
-            .drug = chosenName(outlets.drugPopTab1),
-            .prescriber = chosenName(outlets.prescriberPopTab1),
+    return {.patient = outlets.patientPopTab1.titleUnlessLastItem(),
+            .pharmacy = outlets.pharmacyPopTab1.titleUnlessLastItem(),
+            .drug = outlets.drugPopTab1.titleUnlessLastItem(),
+            .prescriber = outlets.prescriberPopTab1.titleUnlessLastItem(),
             .rxNumber = outlets.rxNumberTab1.text(),
             .daysSupply = outlets.daysSupply.text(),
             .cost = outlets.totalCostTab1.text(),
@@ -72,11 +73,11 @@ EntryForm KPXAppDelegate::entryForm() const {
             .note = outlets.scriptNoteTab1.text(),
             .dispenseDate = outlets.dispenseDateTab1.date(),
             .expirationDate = outlets.expirationDateTab1.date(),
-            .takeNumber = outlets.takeNumberTab1.titleOfSelectedItem(),
-            .drugTypeOrMeasure = outlets.drugTypeOrMeasureTab1.titleOfSelectedItem(),
-            .everyInterval = outlets.everyIntervalTab1.titleOfSelectedItem(),
-            .whenToTake = outlets.whenToTakeDrugTab1.titleOfSelectedItem(),
-            .fillType = outlets.fillTypeTab1.titleOfSelectedItem()};
+            .takeNumber = outlets.takeNumberTab1.representedTextOfSelectedItem(),
+            .drugTypeOrMeasure = outlets.drugTypeOrMeasureTab1.representedTextOfSelectedItem(),
+            .everyInterval = outlets.everyIntervalTab1.representedTextOfSelectedItem(),
+            .whenToTake = outlets.whenToTakeDrugTab1.representedTextOfSelectedItem(),
+            .fillType = outlets.fillTypeTab1.representedTextOfSelectedItem()};
 }
 
 bool KPXAppDelegate::inputFieldsSupplied(InputArray& input) {

@@ -16,15 +16,37 @@ void KPXAppDelegate::showFilterSheetForTab1() {
 }
 
 void KPXAppDelegate::respondToShowBtnPane1() {
+    beginAction();
     const auto kept =
         copyArrayAndCheckDates(outlets.beginDateForShowTab1, outlets.endDateForShowTab1, outlets.patientPopForShowTab1,
                                outlets.drugNamePopForShowTab1, &outlets.prescriptoinTypeForShowTab1);
     if (kept) {
         rebuildHistoryTable(kept);
+        outlets.filterText.setText(filterText(chosenFilter(), environment(), m_strings));
         if (kept->empty()) {
             noDataFoundErrorMsg();
         }
     }
+    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
+}
+
+HistoryFilter KPXAppDelegate::chosenFilter() const {
+    const auto titleUnlessAll = [this](const PopUpButton& popUp) {
+        const auto title = popUp.titleOfSelectedItem();
+        return title == localized("All") ? std::nullopt : title;
+    };
+    return {.patient = titleUnlessAll(outlets.patientPopForShowTab1),
+            .drug = titleUnlessAll(outlets.drugNamePopForShowTab1),
+            .scriptType = outlets.prescriptoinTypeForShowTab1.selectedTag().value_or(scriptTypeNone),
+            .begin = outlets.beginDateForShowTab1.date(),
+            .end = outlets.endDateForShowTab1.date()};
+}
+
+void KPXAppDelegate::showAllFills() {
+    beginAction();
+    rebuildHistoryTable(copyArrayFromDataFile(prescriptionHistoryFile));
+    sortNewestFirst();
+    outlets.tableViewTab1.redrawRows();
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
 }
 
@@ -39,8 +61,8 @@ bool KPXAppDelegate::areBeginEndDatesOK(Date beginDate, Date theEndDate) {
 
 std::optional<Records> KPXAppDelegate::copyAllPrescripHistDictsForSelectedPatient(
     const PopUpButton& patientPop, const std::optional<Records>& history) const {
-    const auto patient = patientPop.isLastItemSelected() ? std::nullopt : patientPop.titleOfSelectedItem();
-    return history ? std::optional(filteredRecords(*history, copyPredicateString(patient, std::nullopt)))
+    return history ? std::optional(
+                         filteredRecords(*history, copyPredicateString(patientPop.titleUnlessLastItem(), std::nullopt)))
                    : std::nullopt;
 }
 

@@ -1,15 +1,31 @@
 #include "app/KPXAppDelegate.h"
 
-#include "app/DosageChoices.h"
+#include "core/Keys.h"
+#include "core/StoredWords.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kpx {
+
+namespace {
+
+std::vector<PopUpButton::Item> numbersUpTo(int last) {
+    std::vector<PopUpButton::Item> numbers;
+    for (int number = 1; number <= last; ++number) {
+        numbers.emplace_back(std::to_string(number));
+    }
+    return numbers;
+}
+
+}  // namespace
 
 KPXAppDelegate::KPXAppDelegate(Ports ports)
     : m_ports(ports),
       m_listSheets{{
           {drugList(),
+           &KPXAppDelegate::doAddFromDrugSheet,
+           populateDrugSheetArray,
            outlets.theDrugSheet,
            outlets.drugPopTab1,
            outlets.tableViewDrugSheet,
@@ -20,6 +36,8 @@ KPXAppDelegate::KPXAppDelegate(Ports ports)
            outlets.closeBtnDrugSheet,
            {&outlets.drugNameDrugSheet, &outlets.drugDescDrugSheet}},
           {patientList(),
+           &KPXAppDelegate::doAddFrompatientSheet,
+           populatepatientSheetArray,
            outlets.thepatientSheet,
            outlets.patientPopTab1,
            outlets.tableViewpatientSheet,
@@ -31,6 +49,8 @@ KPXAppDelegate::KPXAppDelegate(Ports ports)
            {&outlets.patientNamepatientSheet, &outlets.patientAddrpatientSheet, &outlets.patientCitypatientSheet,
             &outlets.patientStatePatientSheet, &outlets.patientZIPPatientSheet}},
           {pharmacyList(),
+           &KPXAppDelegate::doAddFrompharmacySheet,
+           populatepharmacySheetArray,
            outlets.thepharmacySheet,
            outlets.pharmacyPopTab1,
            outlets.tableViewpharmacySheet,
@@ -43,6 +63,8 @@ KPXAppDelegate::KPXAppDelegate(Ports ports)
             &outlets.pharmacyEmailpharmacySheet, &outlets.pharmacyWebPagepharmacySheet,
             &outlets.pharmacyPhonepharmacySheet}},
           {prescriberList(),
+           &KPXAppDelegate::doAddFromPrescriberSheet,
+           populatePrescriberSheetArray,
            outlets.thePrescriberSheet,
            outlets.prescriberPopTab1,
            outlets.tableViewPrescriberSheet,
@@ -56,6 +78,7 @@ KPXAppDelegate::KPXAppDelegate(Ports ports)
             &outlets.prescriberSpecialtyPrescriberSheet}},
       }} {
     fillDosagePopUps();
+    fillCostChartSwitch();
     // A form that holds no loaded row has nothing to change or delete.
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
     connectActions();
@@ -66,45 +89,34 @@ KPXAppDelegate::KPXAppDelegate(Ports ports)
 Environment KPXAppDelegate::environment() const { return {m_ports.clock.now(), m_ports.system.region()}; }
 
 void KPXAppDelegate::fillDosagePopUps() {
-    const auto fill = [](PopUpButton& popUp, const std::vector<std::string>& titles) {
-        popUp.setItems({titles.begin(), titles.end()});
+    const auto fillWithNumbers = [](PopUpButton& popUp, int last) {
+        popUp.setItems(numbersUpTo(last));
         popUp.selectItemAtIndex(0);
     };
-    fill(outlets.takeNumberTab1, numbersUpTo(12));
-    fill(outlets.drugTypeOrMeasureTab1, dosageForms());
-    fill(outlets.everyIntervalTab1, numbersUpTo(31));
-    fill(outlets.whenToTakeDrugTab1, timesToTake());
-    fill(outlets.fillTypeTab1, fillTypes());
+    const auto fillWithWords = [this](PopUpButton& popUp, std::string_view key) {
+        const auto& words = storedWords(key);
+        std::vector<PopUpButton::Item> titles(words.size());
+        std::ranges::transform(words, titles.begin(), m_strings);
+        popUp.setItems(std::move(titles), {words.begin(), words.end()});
+        popUp.selectItemAtIndex(0);
+    };
+    fillWithNumbers(outlets.takeNumberTab1, 12);
+    fillWithWords(outlets.drugTypeOrMeasureTab1, MHDrugTypeMeasureKey);
+    fillWithNumbers(outlets.everyIntervalTab1, 31);
+    fillWithWords(outlets.whenToTakeDrugTab1, MHWhenToTakeDrugKey);
+    fillWithWords(outlets.fillTypeTab1, MHFillTypeKey);
 }
 
-const ListKind* KPXAppDelegate::listOfPopUp(const PopUpButton& popUp) const {
-    const auto sheet =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.popUp == &popUp; });
-    return sheet == m_listSheets.end() ? nullptr : &sheet->kind;
-}
-
-const ListSheet* KPXAppDelegate::sheetOfTable(const TableView& tableView) const {
-    const auto sheet =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.table == &tableView; });
-    return sheet == m_listSheets.end() ? nullptr : &*sheet;
-}
-
-ListSheet* KPXAppDelegate::sheetOfAddButton(const Button& button) {
-    const auto sheet =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.addBtn == &button; });
-    return sheet == m_listSheets.end() ? nullptr : &*sheet;
-}
-
-ListSheet* KPXAppDelegate::sheetOfChangeButton(const Button& button) {
-    const auto sheet =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.changeBtn == &button; });
-    return sheet == m_listSheets.end() ? nullptr : &*sheet;
-}
-
-ListSheet* KPXAppDelegate::sheetOfDeleteButton(const Button& button) {
-    const auto sheet =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.deleteBtn == &button; });
-    return sheet == m_listSheets.end() ? nullptr : &*sheet;
+void KPXAppDelegate::fillCostChartSwitch() {
+    std::vector<PopUpButton::Item> titles;
+    titles.reserve(costBreakdowns.size());
+    for (const CostBreakdown breakdown : costBreakdowns) {
+        titles.emplace_back(localized(costBreakdownTitle(breakdown)));
+    }
+    outlets.costChartKind.setItems(std::move(titles));
+    outlets.costChartKind.selectItemAtIndex(0);
+    // There is nothing to print before Show found something.
+    outlets.printCostChartBtn.setEnabled(false);
 }
 
 }  // namespace kpx

@@ -4,12 +4,22 @@
 #include "app/Outlets.h"
 #include "app/Ports.h"
 #include "controls/Alert.h"
-#include "core/LocalizedStrings.h"
-#include "core/Record.h"
+#include "controls/NotificationCenter.h"
+#include "core/DataFiles.h"
+#include "core/RowSearch.h"
+#include "costs/CostChart.h"
+#include "earlier/KeepingWriter.h"
+#include "earlier/Overview.h"
+#include "files/FileDescriptor.h"
+#include "history/FilterText.h"
 #include "history/InputFields.h"
+#include "region/LocalizedStrings.h"
+#include "values/Record.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,19 +31,22 @@ namespace kpx {
 /// names one; a method reads controls, calls a rule of its subsystem's folder, and raises the alert or
 /// stores and refreshes.
 ///
-///     Start, preferences, tabs, stop    Start.cpp, Tabs.cpp
-///     Data files                        DataFileActions.cpp
-///     Alerts                            Alerts.cpp
-///     Pop-up lists                      PopUpActions.cpp
-///     Tables                            TableDataSource.cpp
-///     Tab 1: form, add, change, delete  EntryFormActions.cpp, HistoryActions.cpp, ChangeActions.cpp
-///     Tab 1: filter sheet               FilterActions.cpp
-///     Tab 2: schedule, reminders        ScheduleActions.cpp, ReminderActions.cpp
-///     Tab 3: costs                      CostActions.cpp
-///     Tab 4: reports                    ReportActions.cpp
-///     Reference lists                   ListActions.cpp, ListTableActions.cpp
-///     Receipts                          ReceiptActions.cpp
-///     Date pickers, appearance, help    PickerActions.cpp, SupportActions.cpp
+///     Start, preferences, tabs, stop       Start.cpp, Tabs.cpp; Connections.cpp: which control runs what
+///     Data files                           DataFileActions.cpp
+///     Earlier states                       EarlierStatesActions.cpp
+///     Alerts                               Alerts.cpp
+///     Pop-up lists                         PopUpActions.cpp
+///     Tables                               TableDataSource.cpp, FindActions.cpp
+///     Tab 1: form, add, change, delete     EntryFormActions.cpp, HistoryActions.cpp, ChangeActions.cpp
+///     Tab 1: filter sheet, row's menu      FilterActions.cpp, HistoryMenuActions.cpp
+///     Tab 2: schedule, reminders           ScheduleActions.cpp, ReminderActions.cpp
+///     Scheduled and standing reminders     RemindersSheetActions.cpp
+///     Tab 3: costs                         CostActions.cpp
+///     Tab 4: reports                       ReportActions.cpp
+///     Reference lists                      ListActions.cpp, ListTableActions.cpp
+///     Receipts                             ReceiptActions.cpp, ReceiptMenuActions.cpp
+///     Date pickers                         PickerActions.cpp
+///     Appearance, help, version check      SupportActions.cpp
 ///
 /// Routines that act and may refuse answer true for refused or failed, false for done.
 class KPXAppDelegate : public TableViewDataSource {
@@ -50,6 +63,8 @@ public:
     Records pharmacyArrayForTV;
     Records drugArrayForTV;
     Records prescriberArrayForTV;
+    Records remindersArrayForTV;
+    Records earlierStatesArrayForTV;
 
     /// The instant, locale and time zone as they are now.
     Environment environment() const;
@@ -57,6 +72,11 @@ public:
 
     // ---- Start, preferences, tabs, stop
 
+    /// Holds the data folder, if there is one yet, for as long as the application lives; false when another
+    /// program holds it. Then nothing else of this application may be used but dataFolderInUseMsg(). Comes before
+    /// the start-up sequence, which makes the folder and holds it where it was missing.
+    bool claimDataFolder();
+    void dataFolderInUseMsg();
     /// The start-up sequence. `launchNotification` is the reminder whose click started the program.
     void applicationDidFinishLaunching(const std::optional<UserNotification>& launchNotification = std::nullopt);
     /// False when the system is too old and the application is on its way out.
@@ -66,6 +86,8 @@ public:
                                const std::optional<Records>& patientArray,
                                const std::optional<Records>& prescriberArray,
                                const std::optional<Records>& prescriptionHistArray);
+    /// The window as the files say: rows, pop-ups, counts, dates, the tab with its gating.
+    void showHousehold(int selectedTab);
     void setDatePickerDefaults();
     void setDateDefaultsWithBeginDate(DateField& beginDate, DateField& endDate);
     void setPaneBase(PopUpButton& patientPop, const std::optional<Records>& fromArray);
@@ -79,9 +101,11 @@ public:
     int getPaneLastUsed() const;
     /// The stored index, truncated to its low eight bits, signed.
     int getLastTabUsedFromPrefs() const;
+    /// What has been stored goes to the disk.
     void userSetPref();
     void windowWillClose();
     void doQuitHouseKeeping();
+    // For scripts; the program itself never asks: the window's side ends with its window.
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
     void applicationWillTerminate() {}
     /// Whether an application of exactly that name is running.
@@ -93,15 +117,28 @@ public:
     /// Null when the platform knows no such folder.
     std::optional<std::filesystem::path> copyDataFolderURL() const;
     /// Null when the file is damaged; see core/DataFiles.h.
-    std::optional<Records> copyArrayFromDataFile(std::string_view fileName) const;
-    bool writeArray(const std::optional<Records>& array, std::string_view toDataFile) const;
+    std::optional<Records> copyArrayFromDataFile(std::string_view fileName);
+    /// Keeps what the file held. False when nothing was written: the array is null, the last reading of the file
+    /// failed, or the disk did.
+    [[nodiscard]] bool writeArray(const std::optional<Records>& array, std::string_view toDataFile,
+                                  Replacing replacing = Replacing::Change);
     void showDataFilesInFinder();
     /// The history narrowed by dates, pop-ups and fill type (none for a tab without such a group). Null
     /// when the dates were refused; the user has been told.
     std::optional<Records> copyArrayAndCheckDates(const DateField& beginDate, const DateField& andEndDate,
                                                   const PopUpButton& forPatientPop,
                                                   const PopUpButton& forPrescriptionPop, const Matrix* forPrescripType);
-    void writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray);
+    /// Answers whether the record was stored.
+    bool writeToFileAndSetPopups(const InputArray& input, std::optional<Records> withArray);
+
+    // ---- Earlier states
+
+    void showEarlierStates();
+    void earlierStateSelected();
+    void respondToBringBackBtn();
+    void bringBackState(const EarlierState& state);
+    /// Names the files whose last reading found them damaged.
+    void showUnreadableBar();
 
     // ---- Alerts
 
@@ -112,9 +149,11 @@ public:
                                                const std::string& okBtnToolTip, const std::string& canBtnToolTip);
     static Alert copySheetAlertWithErrorString(const std::string& errorString, const std::string& titleString,
                                                const std::string& firstBtnTitle, const std::string& secondBtnTitle);
-    /// Blocks. An empty second title leaves one button.
+    /// Blocks. An empty second title leaves one button; else the second one is that which cancels.
     int runModalAlert(AlertStyle style, const std::string& messageText, const std::string& informativeText,
                       const std::string& firstButtonTitle, const std::string& secondButtonTitle = {});
+    static Alert modalAlert(AlertStyle style, const std::string& messageText, const std::string& informativeText,
+                            const std::string& firstButtonTitle, const std::string& secondButtonTitle = {});
     /// The end of a window's alert. Only the delete confirmation carries no context value.
     void calledWhenAlertEnds(int returnCode, const std::optional<std::string>& contextInfo);
     bool alertShowHelp();
@@ -128,6 +167,10 @@ public:
                                   const std::optional<Records>& whichArray, bool sepAddDel, bool sepAll);
     std::vector<std::string> copyUniqueNamesFromPrescHistFile(const PopUpButton& popUp, std::string_view whichKey);
     void countArraySetPopUp(PopUpButton& popUp, const std::optional<Records>& whichArray);
+    void popUpSelectedOnTab1(const PopUpButton& sender);
+    void patientPopUpSelected(const PopUpButton& sender);
+    /// The same with the history in hand.
+    void patientPopUpSelected(const PopUpButton& sender, const std::optional<Records>& history);
 
     // ---- Tables
 
@@ -138,11 +181,17 @@ public:
                    int row) override;
     void sortDescriptorsDidChange(TableView& tableView) override;
     bool willDisplayCell(const TableView& tableView, const std::string& forTableColumn, int row) const override;
+    std::optional<CellGauge> gaugeOfCell(const TableView& tableView, const std::string& forTableColumn,
+                                         int row) const override;
     void respondToTableViewClick(const TableView& tableView);
     void populateTableViewArrayFromFileArray(const std::optional<Records>& records, Records& toTableViewArray);
     std::vector<std::string> copyColumnTitlesOnTab1() const;
+    /// Selects, as a click would, the next row that holds the text in any column; see nextRowHolding().
+    std::optional<int> findInTable(TableView& table, const std::string& text, int from, SearchDirection direction);
+    /// Goes on from the selected row with what was sought last in the table.
+    std::optional<int> findAgain(TableView& table, SearchDirection direction);
     void setChange(Button& changeBtn, Button& deleteBtn, bool onOff);
-    /// The prescriber pop-up is deliberately left alone.
+    /// The prescriber pop-up is left alone; see behaviours.
     void enableDisableShow(DateField* beginDate, DateField* endDate, PopUpButton& patientPop, PopUpButton& drugPop,
                            PopUpButton* prescriberPop, Control& showBtn, bool enable);
     void putCountOnContent(std::size_t count, int onPane);
@@ -167,17 +216,18 @@ public:
                                        const std::string& titleString);
     bool deleteMaintFromList();
 
-    // ---- Tab 1: pop-ups and filter sheet
+    // ---- Tab 1: filter sheet
 
-    void popUpSelectedOnTab1(const PopUpButton& sender);
-    void patientPopUpSelected(const PopUpButton& sender);
-    /// The same with the history in hand.
-    void patientPopUpSelected(const PopUpButton& sender, const std::optional<Records>& history);
     void showFilterSheetForTab1();
     void respondToShowBtnPane1();
+    /// Shows every fill again, newest first.
+    void showAllFills();
     bool areBeginEndDatesOK(Date beginDate, Date theEndDate);
     std::optional<Records> copyAllPrescripHistDictsForSelectedPatient(const PopUpButton& patientPop,
                                                                       const std::optional<Records>& history) const;
+
+    void updateHistoryMenu();
+    void respondToHistoryMenu(int itemIndex);
 
     // ---- Tab 2: schedule, reminders
 
@@ -185,11 +235,26 @@ public:
     void menuNeedsUpdate(Menu& menu);
     void respondToContextMenuTab2(int itemIndex);
     void userNotificationCenter(const UserNotification& didActivateNotification);
+    /// Yes, always: a reminder shows also while the program is in front.
+    bool shouldPresentNotification(const UserNotification& notification) const;
     void respondToUserNotification(const UserNotification& notification);
+
+    // ---- Scheduled and standing reminders
+
+    void showScheduledReminders();
+    void removeSelectedReminder();
+    /// Shows in the menu what is kept.
+    void setStandingReminderMenu();
+    void chooseStandingReminder();
+    /// Tab 2 with the latest fills of all patients and drugs: what a standing reminder is about.
+    void showLatestFillsOfAll();
 
     // ---- Tab 3: costs
 
     void respondToShowBtnPane3();
+    /// The chart that the switch stands on, of what Show found last.
+    void showCostChart();
+    void printCostChart();
 
     // ---- Tab 4: reports
 
@@ -204,14 +269,21 @@ public:
     void showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile);
     void displaySheet(Sheet& sheet);
     void doAddFromSheet(const Button& sender);
+    // True when refused: the user has been told.
+    bool doAddFromDrugSheet(const Button& sender);
+    bool doAddFrompatientSheet(const Button& sender);
+    bool doAddFrompharmacySheet(const Button& sender);
+    bool doAddFromPrescriberSheet(const Button& sender);
     void changeBtnOnSheetPressed(Button& sender);
     void doDeleteDriver(Button& sender);
+    /// On a change request the list without the entry is not written: the add that follows writes it, with or
+    /// without the new entry, so that no kill and no full disk comes between the two.
     bool doDeleteFromSheet(Button& sender, bool originFromChangeRequest);
     void sheetCloseBtnPressed(const Button& sender);
-    /// True when refused: the user has been told.
-    bool addToList(ListSheet& list);
+    /// What the four have in common.
+    bool addToList(const ListSheet& list);
     void respondToTableViewDblClickDriver(const TableView& tableView);
-    void respondToTVDblClickOnSheet(ListSheet& list);
+    void respondToTVDblClickOnSheet(const ListSheet& list);
     void cleanOneSheet(const Sheet& sheet, int endTag);
     void fillSheetFromDictInTV(const Record& record, const std::vector<std::string>& withKeys, const Sheet& sheet,
                                int maxTag);
@@ -226,18 +298,26 @@ public:
     void draggingExited(Control& target);
     void performDragOperation(Control& target, const std::filesystem::path& file);
     void concludeDragOperation(Control& target);
+    /// What the drop targets' "ImageChanged" brings about.
     void imageChanged(const std::filesystem::path& url);
     void urlIsNotFoundInHZNsSandbox(const std::filesystem::path& url);
     void addReceiptImageToDict(Record& record) const;
     void buildImageViewAndSetWithURL(const std::optional<std::filesystem::path>& url);
     void removeAction();
+    void updateReceiptMenu();
+    void respondToReceiptMenu(int itemIndex);
 
-    // ---- Date pickers, appearance, help, version check
+    // ---- Date pickers
 
     void togglePopOver(Control& sender);
     void userPickedFromGraphicalDatePicker();
+
+    // ---- Appearance, help, version check
+
     void darkModeChanged();
     void myShowHelp();
+    void showKeyboardHelp();
+    void showAbout();
     void newVersionCheck();
     void doLaunchURL();
 
@@ -246,17 +326,44 @@ private:
     void connectTextFields();
     void connectListSheets();
     void fillDosagePopUps();
+    void fillCostChartSwitch();
     Records* rowsOfTable(const TableView& tableView);
     const Records* rowsOfTable(const TableView& tableView) const;
     /// What an internal error ends with: the alert on the main window, then the end of the program.
     void reportInternalErrorAndTerminate(const std::string& messageText, const std::string& operation);
-    /// What every change of the history ends with on tab 1: the rows anew, in file order, and their count.
+    /// The status line and the mark of the row just stored last until the next action begins.
+    void beginAction();
+    /// Says so in the status line and marks the row, once the fill at the position is stored.
+    void showStoredFill(std::size_t position, const std::string& status);
+    /// What every change of the history ends with on tab 1: the rows anew, unfiltered, in file order, and their count.
     void rebuildHistoryTable(const std::optional<Records>& history);
     void refreshPatientPopUpForShowTab1(std::vector<std::string> patients);
     /// Switches what a tab shows of its filter; any other tab has none.
     void gateShowControls(int tab, bool enable);
+    void sortNewestFirst();
     EntryForm entryForm() const;
+    /// By what the filter sheet stands.
+    HistoryFilter chosenFilter() const;
     const Control& controlOfFormField(FormField field) const;
+    /// The tab-1 row under the last click; null when there is none.
+    const Record* clickedHistoryRow() const;
+    void copyRow(const Record& row);
+    /// Opens a page of the help in the user's language.
+    void showHelpPage(const std::string& page);
+    void chooseReceipt();
+    void pasteReceipt();
+    /// A file that came otherwise than by a drop: the same rules hold.
+    void takeReceipt(const std::filesystem::path& file);
+    void sayCannotBeTaken(const std::filesystem::path& file);
+    void showReceiptProblem(KPXDropButton::State state, const std::string& name);
+    /// A receipt that the user neither replaced nor removed outlives a change, also while its file is not found.
+    void keepUntouchedReceipt(const Record& stored, Record& changed) const;
+    /// In the popover's view; false for a file that is neither picture nor PDF.
+    bool displayReceipt(const std::filesystem::path& file);
+    /// In the popover, leaving the form and its receipt alone.
+    void showReceiptOfRow(const Record& row);
+    /// The popover's view shows the form's receipt again.
+    void showReceiptOfForm();
     /// The receipt of a tab-1 row becomes the form's; a row without one clears it.
     void restoreReceipt(const Record& row);
     /// The stored record that the selected tab-1 row came from; none when no row is selected.
@@ -264,18 +371,32 @@ private:
 
     /// The tab-2 row under the last click; null when there is none.
     const Record* clickedScheduleRow() const;
+    void reloadReminders();
 
-    // The list that a control belongs to; null when it belongs to none.
-    const ListKind* listOfPopUp(const PopUpButton& popUp) const;
-    const ListSheet* sheetOfTable(const TableView& tableView) const;
-    ListSheet* sheetOfAddButton(const Button& button);
-    ListSheet* sheetOfChangeButton(const Button& button);
-    ListSheet* sheetOfDeleteButton(const Button& button);
+    /// The list for which the condition holds; null when there is none.
+    const ListSheet* listWhere(const auto& condition) const {
+        const auto list = std::ranges::find_if(m_listSheets, condition);
+        return list == m_listSheets.end() ? nullptr : &*list;
+    }
 
     Ports m_ports;
     LocalizedStrings m_strings;
+    std::optional<FileDescriptor> m_dataFolderLock;
+    /// What the last reading of each data file found.
+    std::map<std::string, DataFile::State, std::less<>> m_readings;
+    /// A list that a change request has taken its entry out of, until the add that follows.
+    std::optional<Records> m_listBeingChanged;
+    /// In the order of their rows.
+    std::vector<EarlierState> m_earlierStates;
     std::array<ListSheet, 4> m_listSheets;
+    NotificationCenter m_notificationCenter;
+    CostCharts m_costCharts;
     std::optional<std::filesystem::path> m_imageFilePathURL;
+    /// What the popover says of the form's receipt when it cannot be displayed; else empty.
+    std::string m_receiptMessage;
+    /// Whether the form's receipt, or its lack of one, is still the one of the row that was loaded.
+    bool m_receiptIsAsLoaded = false;
+    std::map<const TableView*, std::string> m_soughtText;
 };
 
 /// The main window's name where alerts are addressed.

@@ -2,7 +2,7 @@
 #include "core/DataFiles.h"
 #include "lists/ListRecords.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace kpx {
 
@@ -13,9 +13,8 @@ constexpr char deleteFailed[] = "Delete request failed - not deleted";
 }  // namespace
 
 void KPXAppDelegate::showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile) {
-    const auto list =
-        std::ranges::find_if(m_listSheets, [&](const ListSheet& candidate) { return &candidate.popUp == &popUp; });
-    if (list == m_listSheets.end()) {
+    const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.popUp == &popUp; });
+    if (!list) {
         reportInternalErrorAndTerminate("value for whichPopup not found", "showOneSheet:");
         return;
     }
@@ -41,23 +40,38 @@ void KPXAppDelegate::sheetCloseBtnPressed(const Button& sender) {
 }
 
 void KPXAppDelegate::doAddFromSheet(const Button& sender) {
-    ListSheet* list = sheetOfAddButton(sender);
-    if (!list) {
-        list = sheetOfChangeButton(sender);
-    }
+    const ListSheet* list = listWhere(
+        [&](const ListSheet& candidate) { return &candidate.addBtn == &sender || &candidate.changeBtn == &sender; });
     if (!list) {
         return;
     }
-    if (!addToList(*list)) {
+    if (!(this->*list->doAdd)(sender)) {
         cleanOneSheet(list->sheet, list->kind.endTag());
     }
     setChange(list->changeBtn, list->deleteBtn, false);
 }
 
-bool KPXAppDelegate::addToList(ListSheet& list) {
+bool KPXAppDelegate::doAddFromDrugSheet(const Button&) {
+    const bool refused = addToList(m_listSheets[drugSheet]);
+    if (!refused) {
+        outlets.drugNamePopForShowTab1.selectLastItem();
+    }
+    return refused;
+}
+
+bool KPXAppDelegate::doAddFrompatientSheet(const Button&) { return addToList(m_listSheets[patientSheet]); }
+
+bool KPXAppDelegate::doAddFrompharmacySheet(const Button&) { return addToList(m_listSheets[pharmacySheet]); }
+
+bool KPXAppDelegate::doAddFromPrescriberSheet(const Button&) { return addToList(m_listSheets[prescriberSheet]); }
+
+bool KPXAppDelegate::addToList(const ListSheet& list) {
     const ListKind& kind = list.kind;
     const auto fields = list.texts();
+    std::optional<Records> withoutEntry = std::exchange(m_listBeingChanged, std::nullopt);
     const auto refuse = [&](const std::string& message, const std::string& title) {
+        // Of a refused change the removal stays. A failed write is not told, here as below: see behaviours.
+        static_cast<void>(writeArray(withoutEntry, kind.fileName));
         doSheetAlert(list.sheet.name(), message, title);
         m_ports.windows.beep();
         return true;
@@ -65,20 +79,17 @@ bool KPXAppDelegate::addToList(ListSheet& list) {
     if (!requiredFieldsSupplied(kind, fields)) {
         return refuse(localized(kind.missingDataMessage), localized(kind.missingDataTitle));
     }
-    auto records = copyArrayFromDataFile(kind.fileName);
+    auto records = withoutEntry ? withoutEntry : copyArrayFromDataFile(kind.fileName);
     if (records && listHolds(kind, *records, fields[1])) {
         return refuse("", localized(kind.duplicateTitle));
     }
     if (records) {
         records->push_back(recordFromFields(kind, fields));
     }
-    writeArray(records, kind.fileName);
+    static_cast<void>(writeArray(records, kind.fileName));  // the sheet shows what was wanted, whatever the disk did
 
     loadAPopUpButtonUsingKey(list.popUp, kind.nameKey, records, true, false);
     list.popUp.selectItemWithTitle(fields[1]);
-    if (&list.sheet == &outlets.theDrugSheet) {
-        outlets.drugNamePopForShowTab1.selectLastItem();
-    }
     populateTableViewArrayFromFileArray(records, list.rows);
     if (kind.sortedAfterAdd) {
         sortRowsByName(kind, list.rows, environment());
@@ -88,7 +99,7 @@ bool KPXAppDelegate::addToList(ListSheet& list) {
 }
 
 void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
-    ListSheet* list = sheetOfChangeButton(sender);
+    const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.changeBtn == &sender; });
     if (!list) {
         reportInternalErrorAndTerminate("value for whichButton not found", "changeBtnOnSheetPressed:");
         return;
@@ -101,10 +112,13 @@ void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
     const auto rowName = list->rows[static_cast<std::size_t>(selected)].text(list->kind.nameColumn());
     if (!rowName || list->name() != rowName->string()) {
         const std::string& word = list->kind.kindWord;
+        const std::string name = rowName.value_or("").string();
         doSheetAlert(
             list->sheet.name(), localized("Press OK to continue"),
-            formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
-                      {word, rowName.value_or("").string(), word}));
+            m_strings.sentence(
+                list->kind.nameFixedTitle, {name},
+                formatted(localized("The %@ name, \"%@\", cannot be changed but all other %@ fields may be changed"),
+                          {word, name, word})));
         return;
     }
     if (!doDeleteFromSheet(sender, true)) {
@@ -113,18 +127,16 @@ void KPXAppDelegate::changeBtnOnSheetPressed(Button& sender) {
 }
 
 void KPXAppDelegate::doDeleteDriver(Button& sender) {
-    if (doDeleteFromSheet(sender, false)) {
-        if (const ListSheet* list = sheetOfDeleteButton(sender)) {
-            doSheetAlert(list->sheet.name(), "", localized(deleteFailed));
-        }
+    const bool failed = doDeleteFromSheet(sender, false);
+    const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.deleteBtn == &sender; });
+    if (failed && list) {
+        doSheetAlert(list->sheet.name(), "", localized(deleteFailed));
     }
 }
 
 bool KPXAppDelegate::doDeleteFromSheet(Button& sender, bool originFromChangeRequest) {
-    ListSheet* list = sheetOfDeleteButton(sender);
-    if (!list) {
-        list = sheetOfChangeButton(sender);
-    }
+    const ListSheet* list = listWhere(
+        [&](const ListSheet& candidate) { return &candidate.deleteBtn == &sender || &candidate.changeBtn == &sender; });
     if (!list) {
         reportInternalErrorAndTerminate("value for whichButton not found", "doDeleteFromSheet:");
         return true;
@@ -144,7 +156,11 @@ bool KPXAppDelegate::doDeleteFromSheet(Button& sender, bool originFromChangeRequ
     }
     list->popUp.removeItemWithTitle(name);
     list->popUp.selectItemAtIndex(list->popUp.numberOfItems() < 3 ? 1 : 0);
-    writeArray(records, kind.fileName);
+    if (originFromChangeRequest) {
+        m_listBeingChanged = records;
+    } else {
+        static_cast<void>(writeArray(records, kind.fileName, Replacing::Deletion));  // likewise
+    }
     sortByName(kind, *records, environment());
     populateTableViewArrayFromFileArray(records, list->rows);
     list->table.reloadData();

@@ -1,16 +1,24 @@
 #pragma once
 
 #include "app/Outlets.h"
-#include "core/Record.h"
 #include "lists/ListRecords.h"
+#include "values/Record.h"
 
 #include <vector>
 
 namespace kpx {
 
-/// One list's controls, beside what makes it that list. All belong to the application controller.
+class KPXAppDelegate;
+
+/// Where the four lists stand among the controller's.
+enum ListPosition { drugSheet, patientSheet, pharmacySheet, prescriberSheet };
+
+/// One list's controls and its two routines, beside what makes it that list. All belong to the application
+/// controller.
 struct ListSheet {
     const ListKind& kind;
+    bool (KPXAppDelegate::*doAdd)(const Button& sender);
+    void (*populate)(const Records& records, Records& tvArray);
     Sheet& sheet;
     PopUpButton& popUp;  ///< of tab 1; its last item opens the sheet
     TableView& table;

@@ -4,14 +4,12 @@
 namespace kpx {
 
 void KPXAppDelegate::respondToTableViewDblClickDriver(const TableView& tableView) {
-    for (ListSheet& list : m_listSheets) {
-        if (&list.table == &tableView) {
-            respondToTVDblClickOnSheet(list);
-        }
+    if (const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.table == &tableView; })) {
+        respondToTVDblClickOnSheet(*list);
     }
 }
 
-void KPXAppDelegate::respondToTVDblClickOnSheet(ListSheet& list) {
+void KPXAppDelegate::respondToTVDblClickOnSheet(const ListSheet& list) {
     const int clicked = list.table.clickedRow();
     if (clicked < 0 || clicked >= static_cast<int>(list.rows.size())) {
         return;
@@ -45,9 +43,8 @@ void KPXAppDelegate::fillSheetFromDictInTV(const Record& record, const std::vect
     for (Control* control : outlets.controls()) {
         auto* field = dynamic_cast<TextField*>(control);
         if (field && field->place() == sheet.place() && field->tag() >= 1 && field->tag() <= maxTag) {
-            const Value* value = record.find(withKeys[static_cast<std::size_t>(field->tag())]);
-            const auto text = value ? titleOfValue(*value) : std::nullopt;
-            field->setText(text.value_or("").string());
+            const std::string& key = withKeys[static_cast<std::size_t>(field->tag())];
+            field->setText(textOfValue(record.find(key)).value_or("").string());
         }
     }
 }

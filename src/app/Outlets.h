@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/Button.h"
+#include "controls/ChartView.h"
 #include "controls/DateField.h"
 #include "controls/Matrix.h"
 #include "controls/Panels.h"
@@ -15,6 +16,7 @@ namespace kpx {
 struct Outlets : ControlRegistry {
     TabView theTabView{*this, "theTabView", Place::Window, 4};
     Label contentCount{*this, "contentCount", Place::Window};
+    Label statusText{*this, "statusText", Place::Window};
 
     // Tab 1: the entry form.
     PopUpButton patientPopTab1{*this, "patientPopTab1", Place::Tab1};
@@ -41,7 +43,15 @@ struct Outlets : ControlRegistry {
     Button changeBtnTab1{*this, "changeBtnTab1", Place::Tab1, "Change"};
     Button deleteBtnTab1{*this, "deleteBtnTab1", Place::Tab1, "Delete"};
 
+    // What can be done with the receipt. The positions are those of ReceiptItem.
+    Menu contextMenuReceipt{*this,
+                            "contextMenuReceipt",
+                            Place::Tab1,
+                            {{"Choose…"}, {"Paste"}, {"Open", false}, {"Show in Folder", false}, {"Remove", false}}};
+
     // Tab 1: the history.
+    Label filterText{*this, "filterText", Place::Tab1};
+    Button allBtnTab1{*this, "allBtnTab1", Place::Tab1, "All"};
     Button filterBtnTab1{*this, "filterBtnTab1", Place::Tab1, "Filter…"};
     Button showPrintTableListBtn{*this, "showPrintTableListBtn", Place::Tab1, "Print Table"};
     TableView tableViewTab1{*this,
@@ -64,6 +74,11 @@ struct Outlets : ControlRegistry {
                              {"everinterval", "Every"},
                              {"whentotake", "When"},
                              {"scriptnote", "Note"}}};
+    // What can be done with the row. The positions are those of HistoryItem.
+    Menu contextMenuTab1{*this,
+                         "contextMenuTab1",
+                         Place::Tab1,
+                         {{"Load into Form"}, {"Copy"}, {"Show Receipt", false}, {"Print Table"}}};
     // Calendar buttons of the former filter fields: they follow the appearance and trigger nothing.
     Button popOverTriggerTab1BeginDate{*this, "popOverTriggerTab1BeginDate", Place::Tab1};
     Button popOverTriggerTab1EndDate{*this, "popOverTriggerTab1EndDate", Place::Tab1};
@@ -126,6 +141,11 @@ struct Outlets : ControlRegistry {
     TextField avgMonthlyPartsCostTab3{*this, "avgMonthlyPartsCostTab3", Place::Tab3, 0, false};
     TextField avgMonthlyLaborCostTab3{*this, "avgMonthlyLaborCostTab3", Place::Tab3, 0, false};
     TextField avgMonthlyTaxCostTab3{*this, "avgMonthlyTaxCostTab3", Place::Tab3, 0, false};
+
+    // Tab 3: the costs as a picture.
+    PopUpButton costChartKind{*this, "costChartKind", Place::Tab3};
+    Button printCostChartBtn{*this, "printCostChartBtn", Place::Tab3, "Print Chart"};
+    ChartView costChart{*this, "costChart", Place::Tab3};
 
     // Tab 4: the reports.
     PopUpButton patientPopTab4{*this, "patientPopTab4", Place::Tab4};
@@ -218,18 +238,51 @@ struct Outlets : ControlRegistry {
                                         {"prescriberemail", "E-mail"},
                                         {"prescriberphone", "Phone"}}};
 
+    // The scheduled reminders.
+    Sheet theRemindersSheet{*this, "theRemindersSheet", Place::RemindersSheet};
+    TableView tableViewReminders{*this,
+                                 "tableViewReminders",
+                                 Place::RemindersSheet,
+                                 {{"patient", "Patient"}, {"drug", "Drug Name"}, {"when", "Reminds On"}}};
+    Button removeReminderBtn{*this, "removeReminderBtn", Place::RemindersSheet, "Remove"};
+    Button closeBtnRemindersSheet{*this, "closeBtnRemindersSheet", Place::RemindersSheet, "Close"};
+
+    // Earlier states.
+    Bar unreadableBar{*this, "unreadableBar", Place::Window};
+    Button unreadableBarBtn{*this, "unreadableBarBtn", Place::Window, "Earlier States…"};
+    Sheet theEarlierStatesSheet{*this, "theEarlierStatesSheet", Place::EarlierStatesSheet};
+    TableView tableViewEarlierStates{*this,
+                                     "tableViewEarlierStates",
+                                     Place::EarlierStatesSheet,
+                                     {{"when", "When"},
+                                      {"fills", "Fills"},
+                                      {"patients", "Patients"},
+                                      {"drugs", "Drugs"},
+                                      {"pharmacies", "Pharmacies"},
+                                      {"prescribers", "Prescribers"},
+                                      {"difference", "Difference"}}};
+    Label earlierStatesMessage{*this, "earlierStatesMessage", Place::EarlierStatesSheet};
+    Button bringBackBtn{*this, "bringBackBtn", Place::EarlierStatesSheet, "Bring Back…"};
+    Button closeBtnEarlierStatesSheet{*this, "closeBtnEarlierStatesSheet", Place::EarlierStatesSheet, "Close"};
+
     // The popovers, shared by their triggers.
     Popover thePopOver{*this, "thePopOver", Place::Window};
     DateField theDatePicker{*this, "theDatePicker", Place::DatePopover};
     Popover receiptPopover{*this, "receiptPopover", Place::Window};
     KPXReceiptView dropView{*this, "dropView", Place::ReceiptPopover};
+    Button findReceiptBtn{*this, "findReceiptBtn", Place::ReceiptPopover, "Find It…"};
 
     // The menus.
+    Button earlierStatesMenuItem{*this, "earlierStatesMenuItem", Place::MenuBar, "Earlier States…"};
     Button exportMenuItem{*this, "exportMenuItem", Place::MenuBar, "Export Tab-delimited"};
+    Button scheduledRemindersMenuItem{*this, "scheduledRemindersMenuItem", Place::MenuBar, "Scheduled…"};
+    PopUpButton standingReminder{*this, "standingReminder", Place::MenuBar};
     Button helpMenuItem{*this, "helpMenuItem", Place::MenuBar, "Help"};
     Button showDataFilesMenuItem{*this, "showDataFilesMenuItem", Place::MenuBar, "Show Data Files in Finder"};
+    Button keyboardMenuItem{*this, "keyboardMenuItem", Place::MenuBar, "Keyboard"};
     Button versionCheckMenuItem{*this, "versionCheckMenuItem", Place::MenuBar, "Check for New Version"};
     Button webPageMenuItem{*this, "webPageMenuItem", Place::MenuBar, "Web Page"};
+    Button aboutMenuItem{*this, "aboutMenuItem", Place::MenuBar, "About Velmora"};
 };
 
 }  // namespace kpx

@@ -27,6 +27,7 @@ std::array<PickerTarget, 8> pickerTargets(Outlets& outlets) {
 
 void KPXAppDelegate::togglePopOver(Control& sender) {
     if (&sender == &outlets.dropButton) {
+        showReceiptOfForm();
         outlets.receiptPopover.show(sender);
         return;
     }

@@ -1,8 +1,8 @@
 #include "app/KPXAppDelegate.h"
-#include "core/Collation.h"
 #include "core/DataFiles.h"
 #include "core/Keys.h"
 #include "core/PopUpTitles.h"
+#include "region/Collation.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +15,8 @@ void KPXAppDelegate::loadThisPopupButton(PopUpButton& popUp, std::vector<std::st
     std::vector<PopUpButton::Item> items(whichArray.begin(), whichArray.end());
     if (sepAddDel) {
         items.emplace_back(std::nullopt);
-        if (const ListKind* kind = listOfPopUp(popUp)) {
-            items.emplace_back(localized(kind->maintainTitle));
+        if (const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.popUp == &popUp; })) {
+            items.emplace_back(localized(list->kind.maintainTitle));
         }
     }
     if (sepAll) {
@@ -54,17 +54,17 @@ void KPXAppDelegate::countArraySetPopUp(PopUpButton& popUp, const std::optional<
 }
 
 void KPXAppDelegate::popUpSelectedOnTab1(const PopUpButton& sender) {
-    const ListKind* kind = listOfPopUp(sender);
-    if (!kind) {
+    const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.popUp == &sender; });
+    if (!list) {
         reportInternalErrorAndTerminate("value for whichPopup not found", "popUpSelectedOnTab1:");
         return;
     }
     if (!sender.isLastItemSelected()) {
         return;
     }
-    auto records = copyArrayFromDataFile(kind->fileName);
+    auto records = copyArrayFromDataFile(list->kind.fileName);
     if (records) {
-        sortByName(*kind, *records, environment());
+        sortByName(list->kind, *records, environment());
     }
     showOneSheet(sender, records);
 }

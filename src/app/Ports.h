@@ -2,9 +2,9 @@
 
 #include "controls/Alert.h"
 #include "controls/Control.h"
-#include "core/Date.h"
-#include "core/Environment.h"
-#include "reports/Document.h"
+#include "drawing/Document.h"
+#include "region/Environment.h"
+#include "values/Date.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -50,14 +50,33 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
     enum class FileType { Image, PDF, Other };
-    /// Opens a file, folder or web address with the program the desktop has for it.
-    virtual bool open(const std::string& target) = 0;
+    /// Opens a file, folder or web address with the program the desktop has for it. `failed` (may be empty) is
+    /// called when it cannot: at once, or later when the desktop's opener ends with an error.
+    virtual void open(const std::string& target, std::function<void()> failed) = 0;
     /// By the desktop's file type database; an image that is also a document counts as an image.
     virtual FileType typeOfFile(const std::filesystem::path& file) = 0;
     virtual std::vector<std::string> runningApplications() = 0;
     /// The folders for application data in the user's domain, best first; the base folder of the first
     /// exists.
     virtual std::vector<std::filesystem::path> applicationSupportDirectories() = 0;
+};
+
+class FileChooser {
+public:
+    virtual ~FileChooser() = default;
+    /// Lets the user choose a picture or PDF, beginning in the folder, and returns at once. `chosen` is called
+    /// with the file, and not at all when the user cancels.
+    virtual void chooseFile(const std::filesystem::path& folder,
+                            std::function<void(const std::filesystem::path& file)> chosen) = 0;
+};
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    /// The first address, or else the first line of text, that the clipboard holds; empty for neither.
+    virtual std::string address() = 0;
+    /// Puts the same thing there in two forms.
+    virtual void setText(const std::string& plain, const std::string& html) = 0;
 };
 
 class UserDefaults {
@@ -81,6 +100,8 @@ struct UserNotification {
     Date deliveryDate;
     bool repeatsDaily = false;
     bool defaultSound = false;
+    /// The one for all prescriptions that reach their day; nobody scheduled it.
+    bool isStanding = false;
 };
 
 class UserNotificationCenter {
@@ -89,8 +110,15 @@ public:
     virtual void scheduleNotification(const UserNotification& notification) = 0;
     virtual void removeDeliveredNotification(const UserNotification& notification) = 0;
     virtual void removeScheduledNotification(const UserNotification& notification) = 0;
+    /// All that are scheduled and not withdrawn, in the order in which they were.
+    virtual std::vector<UserNotification> scheduledNotifications() = 0;
+    /// How many days before its day the standing reminder names a prescription; none while it is off.
+    virtual std::optional<int> standingLead() = 0;
+    virtual void setStandingLead(std::optional<int> days) = 0;
     /// Called when the user clicks a notification while the application runs.
     std::function<void(const UserNotification& notification)> didActivateNotification;
+    /// Asked before a notification is shown while the application runs, where the centre offers to keep it back.
+    std::function<bool(const UserNotification& notification)> shouldPresentNotification;
 };
 
 class Clock {
@@ -125,14 +153,15 @@ public:
         int status = 0;
         std::string body;  ///< the bytes as they came
     };
-    /// Blocks until the answer is there or the time-out is over; null when no answer came.
+    /// Blocks until the answer is there or the time-out is over; null when no answer came. Reads no more than the
+    /// first 64 kB.
     virtual std::optional<Response> fetch(const std::string& address) = 0;
 };
 
 class PrintPreview {
 public:
     virtual ~PrintPreview() = default;
-    /// Shows the document in a preview window of its own, without a dialog.
+    /// Shows the document in a preview, without a dialog. Those of one action share a window.
     virtual void open(Document document) = 0;
     virtual FontMetrics metrics(const std::string& font, double size) = 0;
 };
@@ -157,6 +186,8 @@ struct Ports {
     WebFetch& web;
     PrintPreview& preview;
     Bundle& bundle;
+    FileChooser& files;
+    Clipboard& clipboard;
 };
 
 }  // namespace kpx

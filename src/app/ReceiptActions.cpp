@@ -3,12 +3,34 @@
 #include "core/Keys.h"
 #include "receipts/Bookmark.h"
 #include "receipts/DataFolderRule.h"
+#include "receipts/ReceiptText.h"
 #include "receipts/RelocationText.h"
 
 namespace kpx {
 
+namespace {
+
+/// What a tab-1 row holds where a receipt belongs, and the file that it leads to.
+struct ReceiptOfRow {
+    bool exists = false;
+    std::string name;
+    std::optional<std::filesystem::path> file;
+};
+
+ReceiptOfRow receiptOf(const Record& row, const std::filesystem::path& folder) {
+    const Value* receipt = row.find("receiptdata");
+    const Data* bookmark = receipt ? receipt->as<Data>() : nullptr;
+    if (!bookmark) {
+        return {receipt != nullptr, {}, std::nullopt};
+    }
+    return {true, nameInBookmark(*bookmark, folder), resolveBookmark(*bookmark, folder)};
+}
+
+}  // namespace
+
 bool KPXAppDelegate::draggingEntered(Control& target, const std::filesystem::path& file) {
     if (m_ports.workspace.typeOfFile(file) == Workspace::FileType::Other) {
+        sayCannotBeTaken(file);
         return false;
     }
     if (&target == &outlets.dropButton) {
@@ -24,7 +46,7 @@ void KPXAppDelegate::draggingExited(Control& target) {
 }
 
 void KPXAppDelegate::performDragOperation([[maybe_unused]] Control& target, const std::filesystem::path& file) {
-    imageChanged(file);
+    m_notificationCenter.post(imageChangedNotification, file);
 }
 
 void KPXAppDelegate::concludeDragOperation(Control& target) {
@@ -42,6 +64,7 @@ void KPXAppDelegate::imageChanged(const std::filesystem::path& url) {
     setImageFilePathURL(url);
     outlets.dropView.removeAllSubviews();
     buildImageViewAndSetWithURL(url);
+    m_receiptIsAsLoaded = false;
 }
 
 void KPXAppDelegate::urlIsNotFoundInHZNsSandbox(const std::filesystem::path& url) {
@@ -71,33 +94,90 @@ void KPXAppDelegate::addReceiptImageToDict(Record& record) const {
 }
 
 void KPXAppDelegate::restoreReceipt(const Record& row) {
-    const Value* receipt = row.find("receiptdata");
-    const Data* bookmark = receipt ? receipt->as<Data>() : nullptr;
-    setImageFilePathURL(bookmark ? resolveBookmark(*bookmark, copyDataFolderURL().value_or("")) : std::nullopt);
+    const ReceiptOfRow receipt = receiptOf(row, copyDataFolderURL().value_or(""));
+    setImageFilePathURL(receipt.file);
     buildImageViewAndSetWithURL(m_imageFilePathURL);
+    if (receipt.exists && !receipt.file) {
+        showReceiptProblem(KPXDropButton::State::NotFound, receipt.name);
+    }
+    m_receiptIsAsLoaded = true;
+}
+
+void KPXAppDelegate::showReceiptOfRow(const Record& row) {
+    const ReceiptOfRow receipt = receiptOf(row, copyDataFolderURL().value_or(""));
+    if (receipt.file) {
+        displayReceipt(*receipt.file);
+    } else {
+        outlets.dropView.removeAllSubviews();
+        outlets.dropView.setMessage(notFoundMessage(receipt.name, m_strings));
+    }
+    outlets.findReceiptBtn.setEnabled(false);
+    outlets.receiptPopover.show(outlets.dropButton);
+}
+
+void KPXAppDelegate::showReceiptOfForm() {
+    if (m_imageFilePathURL) {
+        displayReceipt(*m_imageFilePathURL);
+    } else {
+        outlets.dropView.removeAllSubviews();
+    }
+    outlets.dropView.setMessage(m_receiptMessage);
+    outlets.findReceiptBtn.setEnabled(outlets.dropButton.state() == KPXDropButton::State::NotFound);
+}
+
+bool KPXAppDelegate::displayReceipt(const std::filesystem::path& file) {
+    outlets.dropView.removeAllSubviews();
+    const Workspace::FileType type = m_ports.workspace.typeOfFile(file);
+    if (type == Workspace::FileType::Other) {
+        outlets.dropView.setMessage(cannotBeShownMessage(file.filename().string(), m_strings));
+        return false;
+    }
+    outlets.dropView.setMessage({});
+    outlets.dropView.setContent(
+        type == Workspace::FileType::Image ? KPXReceiptView::Content::Image : KPXReceiptView::Content::PDF,
+        file.string());
+    return true;
+}
+
+void KPXAppDelegate::keepUntouchedReceipt(const Record& stored, Record& changed) const {
+    const Value* receipt = stored.find(MHReceiptKey);
+    if (m_receiptIsAsLoaded && receipt && !changed.contains(MHReceiptKey)) {
+        changed.set(MHReceiptKey, *receipt);
+    }
 }
 
 void KPXAppDelegate::buildImageViewAndSetWithURL(const std::optional<std::filesystem::path>& url) {
-    outlets.dropView.removeAllSubviews();
     if (!url) {
         removeAction();
         return;
     }
-    const Workspace::FileType type = m_ports.workspace.typeOfFile(*url);
-    if (type == Workspace::FileType::Other) {
-        // The button keeps whatever image it had.
+    const std::string name = url->filename().string();
+    if (!displayReceipt(*url)) {
+        outlets.dropButton.setImage({});
+        showReceiptProblem(KPXDropButton::State::CannotBeShown, name);
         return;
     }
+    m_receiptMessage.clear();
     outlets.dropButton.setImage(url->string());
-    outlets.dropView.setContent(
-        type == Workspace::FileType::Image ? KPXReceiptView::Content::Image : KPXReceiptView::Content::PDF,
-        url->string());
+    outlets.dropButton.setReceipt(KPXDropButton::State::Attached, name);
+    outlets.findReceiptBtn.setEnabled(false);
 }
 
 void KPXAppDelegate::removeAction() {
     setImageFilePathURL(std::nullopt);
+    m_receiptIsAsLoaded = false;
+    m_receiptMessage.clear();
     outlets.dropButton.setImage({});
-    outlets.dropView.removeAllSubviews();
+    outlets.dropButton.setReceipt(KPXDropButton::State::None, {});
+    showReceiptOfForm();
+}
+
+void KPXAppDelegate::showReceiptProblem(KPXDropButton::State state, const std::string& name) {
+    const bool notFound = state == KPXDropButton::State::NotFound;
+    m_receiptMessage = notFound ? notFoundMessage(name, m_strings) : cannotBeShownMessage(name, m_strings);
+    outlets.dropButton.setReceipt(state, notFound ? notFoundText(name, m_strings) : cannotBeShownText(name, m_strings));
+    outlets.dropView.setMessage(m_receiptMessage);
+    outlets.findReceiptBtn.setEnabled(notFound);
 }
 
 }  // namespace kpx

@@ -1,5 +1,5 @@
 #include "app/KPXAppDelegate.h"
-#include "core/DateUtilities.h"
+#include "region/DateUtilities.h"
 #include "schedule/Reminder.h"
 
 namespace kpx {
@@ -38,9 +38,11 @@ void KPXAppDelegate::respondToContextMenuTab2(int itemIndex) {
         return;
     }
     const Environment here = environment();
-    doSheetAlert(mainWindow,
-                 localized("When the reminder appears in Notification Center, click on it to open KPX and dismiss it"),
-                 formatted("%@  %@", {localized("Reminder Scheduled for:"), mediumStyleFromDate(*nextFillDate, here)}));
+    const std::string day = mediumStyleFromDate(*nextFillDate, here);
+    doSheetAlert(
+        mainWindow,
+        localized("When the reminder appears in Notification Center, click on it to open KPX and dismiss it"),
+        m_strings.sentence("Reminder Scheduled for:  %@", {day}, localized("Reminder Scheduled for:") + "  " + day));
     UserNotification notification;
     notification.title = localized("Prescription 'Next Fill Date' Reminder");
     notification.informativeText = reminderText({.patient = row->text("patientTabTwo").value_or("").string(),
@@ -56,15 +58,30 @@ void KPXAppDelegate::userNotificationCenter(const UserNotification& didActivateN
     respondToUserNotification(didActivateNotification);
 }
 
+bool KPXAppDelegate::shouldPresentNotification([[maybe_unused]] const UserNotification& notification) const {
+    return true;
+}
+
 void KPXAppDelegate::respondToUserNotification(const UserNotification& notification) {
+    if (notification.isStanding) {
+        showLatestFillsOfAll();
+        m_ports.notifications.removeDeliveredNotification(notification);
+        return;
+    }
     if (const auto prescription = prescriptionFromReminderText(notification.informativeText)) {
         outlets.theTabView.selectTab(scheduleTab);
         outlets.patientPopTab2.selectItemWithTitle(prescription->patient);
+        if (outlets.patientPopTab2.indexOfSelectedItem() >= 0) {
+            patientPopUpSelected(outlets.patientPopTab2);
+        }
         outlets.drugNamePopTab2.selectItemWithTitle(prescription->drug);
         respondToShowBtnPane2();
     }
     m_ports.notifications.removeDeliveredNotification(notification);
     m_ports.notifications.removeScheduledNotification(notification);
+    if (outlets.theRemindersSheet.isOpen()) {
+        reloadReminders();
+    }
 }
 
 const Record* KPXAppDelegate::clickedScheduleRow() const {

@@ -34,9 +34,9 @@ CostFigures orderForReport(const ReportKind& kind, Records& records, const Envir
 
 void submit(KPXAppDelegate& application, PrintPreview& preview, const LocalizedStrings& localized, int reportType,
             const Records& records, const CostFigures& figures) {
-    LaidOutReport report =
-        printReport(reportType, records, figures.total, figures.average, application.environment(), localized,
-                    preview.metrics(reportBodyFont, reportBodyFontSize), application.copyColumnTitlesOnTab1());
+    LaidOutReport report = printReport(
+        reportType, records, figures.elapsedMonths, figures.total, figures.average, application.environment(),
+        localized, preview.metrics(reportBodyFont, reportBodyFontSize), application.copyColumnTitlesOnTab1());
     // A missing value is told with the words for an unknown report, once each.
     for (; report.missingFields > 0; --report.missingFields) {
         reportNotFoundErrorMsg(application);
@@ -101,7 +101,7 @@ void KPXAppDelegate::reportChkBoxClicked() {
 }
 
 bool KPXAppDelegate::areAllCheckBoxesON() const {
-    // The seventh box is deliberately not looked at: with the first six it is turned on too.
+    // The seventh box is not looked at: with the first six it is turned on too; see behaviours.
     for (int type = firstReport; type < lastReport; ++type) {
         if (!outlets.reportsTab4.isOn(type)) {
             return false;

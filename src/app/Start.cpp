@@ -1,8 +1,9 @@
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
-#include "core/DateUtilities.h"
 #include "core/Keys.h"
 #include "core/Sorting.h"
+#include "files/FolderLock.h"
+#include "region/DateUtilities.h"
 
 #include <algorithm>
 
@@ -25,6 +26,44 @@ void KPXAppDelegate::applicationDidFinishLaunching(const std::optional<UserNotif
     darkModeChanged();
     m_ports.system.appearanceDidChange = [this] { darkModeChanged(); };
 
+    if (const auto folder = copyDataFolderURL()) {
+        makeDataFolder(*folder);
+        if (!claimDataFolder()) {  // another program's first start has just made it
+            dataFolderInUseMsg();
+            m_ports.windows.terminate();
+            return;
+        }
+        settleFutureTimes(*folder, m_ports.clock.now());
+    }
+    showHousehold(getLastTabUsedFromPrefs());
+    setFormattersForInputFields();
+    setStandingReminderMenu();
+
+    m_ports.notifications.didActivateNotification = [this](const UserNotification& notification) {
+        userNotificationCenter(notification);
+    };
+    m_ports.notifications.shouldPresentNotification = [this](const UserNotification& notification) {
+        return shouldPresentNotification(notification);
+    };
+    if (launchNotification) {
+        respondToUserNotification(*launchNotification);
+    }
+}
+
+bool KPXAppDelegate::claimDataFolder() {
+    const auto folder = copyDataFolderURL();
+    if (!folder || (m_dataFolderLock && *m_dataFolderLock)) {
+        return true;
+    }
+    auto lock = lockFolder(*folder);
+    const bool free = lock.has_value();
+    if (free) {
+        m_dataFolderLock.emplace(*std::move(lock));
+    }
+    return free;
+}
+
+void KPXAppDelegate::showHousehold(int selectedTab) {
     const auto drugArray = copyArrayFromDataFile(drugFile);
     const auto pharmacyArray = copyArrayFromDataFile(pharmacyFile);
     const auto patientArray = copyArrayFromDataFile(patientFile);
@@ -32,10 +71,8 @@ void KPXAppDelegate::applicationDidFinishLaunching(const std::optional<UserNotif
     const auto prescriptionHistArray = copyArrayFromDataFile(prescriptionHistoryFile);
     setPopupsStartingItem(drugArray, pharmacyArray, patientArray, prescriberArray, prescriptionHistArray);
 
-    if (prescriptionHistArray && !prescriptionHistArray->empty()) {
-        populateTableViewArrayFromFileArray(prescriptionHistArray, maintArrayForTVTab1);
-        sortByDescriptors(maintArrayForTVTab1, {{"dispensedate", false, Comparison::Plain}}, environment());
-    }
+    populateTableViewArrayFromFileArray(prescriptionHistArray, maintArrayForTVTab1);
+    sortNewestFirst();
     outlets.showBtnTab1.setEnabled(true);
     outlets.showPrintTableListBtn.setEnabled(true);
     outlets.tableViewTab1.reloadData();
@@ -47,7 +84,7 @@ void KPXAppDelegate::applicationDidFinishLaunching(const std::optional<UserNotif
     setDateDefaultsWithBeginDate(outlets.beginDateTab3, outlets.endDateTab3);
     setDateDefaultsWithBeginDate(outlets.beginDateTab4, outlets.endDateTab4);
 
-    outlets.theTabView.selectTab(getLastTabUsedFromPrefs());
+    outlets.theTabView.selectTab(selectedTab);
     setPaneBase(outlets.patientPopTab2, prescriptionHistArray);
     setPaneBase(outlets.patientPopTab3, prescriptionHistArray);
     setPaneBase(outlets.patientPopTab4, prescriptionHistArray);
@@ -57,18 +94,12 @@ void KPXAppDelegate::applicationDidFinishLaunching(const std::optional<UserNotif
         gateShowControls(2, false);
         gateShowControls(3, false);
     }
-    setFormattersForInputFields();
-
-    m_ports.notifications.didActivateNotification = [this](const UserNotification& notification) {
-        userNotificationCenter(notification);
-    };
-    if (launchNotification) {
-        respondToUserNotification(*launchNotification);
-    }
 }
 
 bool KPXAppDelegate::doInit() {
-    m_strings = LocalizedStrings(m_ports.bundle.resources(), environment().region.languageCode());
+    const auto resources = m_ports.bundle.resources();
+    m_strings = LocalizedStrings(resources, languageOfTexts(resources, environment().region.languageCodes()));
+    fillDosagePopUps();
     int major = 0;
     int minor = 0;
     getSystemVersion(major, minor);
@@ -82,6 +113,8 @@ bool KPXAppDelegate::doInit() {
     buildSplashWnd();
     m_ports.windows.makeMainWindowKeyAndFront(false);
     m_ports.defaults.setInteger(toolTipDelayKey, toolTipDelayMilliseconds);
+    m_notificationCenter.addObserver(imageChangedNotification,
+                                     [this](const std::filesystem::path& url) { imageChanged(url); });
     return true;
 }
 
@@ -132,7 +165,8 @@ void KPXAppDelegate::setPatientPop(PopUpButton& patientPop) {
 void KPXAppDelegate::setPane1() { putCountOnContent(maintArrayForTVTab1.size(), 0); }
 
 void KPXAppDelegate::buildSplashWnd() {
-    m_ports.windows.showSplash({formatted("%@ %@", {localized("Version:"), m_ports.bundle.shortVersionString()}),
+    const std::string version = m_ports.bundle.shortVersionString();
+    m_ports.windows.showSplash({m_strings.sentence("Version: %@", {version}, localized("Version:") + " " + version),
                                 localized("For Mac OS 10.9+")});
     m_ports.clock.callAfter(splashSeconds, [this] { closeSlpash(); });
 }
@@ -140,6 +174,10 @@ void KPXAppDelegate::buildSplashWnd() {
 void KPXAppDelegate::closeSlpash() {
     m_ports.windows.closeSplash();
     m_ports.windows.makeMainWindowKeyAndFront(true);
+}
+
+void KPXAppDelegate::sortNewestFirst() {
+    sortByDescriptors(maintArrayForTVTab1, {{"dispensedate", false, Comparison::Plain}}, environment());
 }
 
 int KPXAppDelegate::getPaneLastUsed() const { return outlets.theTabView.selectedTab(); }
@@ -154,7 +192,7 @@ void KPXAppDelegate::windowWillClose() { doQuitHouseKeeping(); }
 
 void KPXAppDelegate::doQuitHouseKeeping() {
     m_ports.defaults.setInteger(paneLastUsedKey, getPaneLastUsed());
-    m_ports.defaults.synchronize();
+    userSetPref();
 }
 
 bool KPXAppDelegate::isAppRunning(std::string_view name) const {

@@ -1,7 +1,8 @@
 #include "app/Addresses.h"
 #include "app/KPXAppDelegate.h"
-#include "core/Numbers.h"
-#include "core/Unicode.h"
+#include "region/LocalizedStrings.h"
+#include "values/NumberText.h"
+#include "values/Unicode.h"
 
 #include <string>
 
@@ -21,13 +22,29 @@ void KPXAppDelegate::darkModeChanged() {
     }
 }
 
-void KPXAppDelegate::myShowHelp() {
-    const auto folder = m_ports.bundle.resources() / (environment().region.languageCode() + ".lproj");
-    // Deliberately no fallback: without a folder for the language nothing opens.
+void KPXAppDelegate::myShowHelp() { showHelpPage("KPXHelp.htm"); }
+
+void KPXAppDelegate::showKeyboardHelp() { showHelpPage("Keyboard.htm"); }
+
+void KPXAppDelegate::showHelpPage(const std::string& page) {
+    const auto resources = m_ports.bundle.resources();
+    const auto folder = resources / (languageOfTexts(resources, environment().region.languageCodes()) + ".lproj");
+    // Without a folder for the language nothing opens; see behaviours.
     std::error_code error;
     if (std::filesystem::is_directory(folder, error)) {
-        m_ports.workspace.open(folder.string() + "/KPXHelp/KPXHelp.htm");
+        m_ports.workspace.open(folder.string() + "/KPXHelp/" + page, {});
     }
+}
+
+void KPXAppDelegate::showAbout() {
+    const std::string version = m_ports.bundle.shortVersionString();
+    const std::string folder = copyDataFolderURL().value_or("").string();
+    runModalAlert(AlertStyle::Informational, formatted(localized("Velmora %1$@"), {version}),
+                  formatted(localized("Your data lie in %1$@."), {folder}) + "\r\r" +
+                      localized("Velmora is made with Qt (GNU Lesser General Public License, version 3), ICU (Unicode "
+                                "License), Expat (MIT License) and PDFium (BSD License).") +
+                      "\r\r" + localized("No licence has been given for Velmora itself yet."),
+                  localized("OK"));
 }
 
 void KPXAppDelegate::newVersionCheck() {
@@ -41,27 +58,33 @@ void KPXAppDelegate::newVersionCheck() {
     const std::string installed = m_ports.bundle.shortVersionString();
     // Compared as plain text and untrimmed: the file must hold the bare version.
     if (fetched > installed) {
-        const int answer = runModalAlert(
-            AlertStyle::Informational,
-            formatted("%@%@%@", {localized("A new version of KPX ("), fetched, localized(") is available.")}),
-            localized("It can be downloaded from the CQB web site."), localized("Go to web site"), localized("Cancel"));
-        if (answer == alertFirstButtonReturn) {
+        const auto message = [this](const std::string& version) {
+            return m_strings.sentence("A new version of KPX (%@) is available.", {version},
+                                      localized("A new version of KPX (") + version + localized(") is available."));
+        };
+        Alert alert = modalAlert(AlertStyle::Informational, message(fetched),
+                                 localized("It can be downloaded from the CQB web site."), localized("Go to web site"),
+                                 localized("Cancel"));
+        constexpr std::size_t shownCharacters = 80;
+        alert.shownMessage = message(beginningInOneLine(fetched, shownCharacters));
+        if (m_ports.alerts.runModal(alert) == alertFirstButtonReturn) {
             doLaunchURL();
         }
         return;
     }
     runModalAlert(
         AlertStyle::Informational,
-        formatted("%@%@%@", {localized("This version of KPX ("), installed, localized(") is the current version.")}),
+        m_strings.sentence("This version of KPX (%@) is the current version.", {installed},
+                           localized("This version of KPX (") + installed + localized(") is the current version.")),
         "", localized("OK"));
 }
 
 void KPXAppDelegate::doLaunchURL() {
-    if (!m_ports.workspace.open(productPageAddress)) {
+    m_ports.workspace.open(productPageAddress, [this] {
         runModalAlert(AlertStyle::Informational,
                       localized("Unable to Find KPX web page, is there a live connection to the Web?"), "",
                       localized("OK"));
-    }
+    });
 }
 
 }  // namespace kpx

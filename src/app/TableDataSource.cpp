@@ -1,8 +1,11 @@
 #include "app/KPXAppDelegate.h"
 #include "core/Sorting.h"
+#include "core/StoredWords.h"
 #include "history/HistoryRecord.h"
 #include "lists/ListRecords.h"
 #include "schedule/RefillSchedule.h"
+#include "schedule/Supply.h"
+#include "values/Reordering.h"
 
 #include <algorithm>
 
@@ -15,8 +18,14 @@ const Records* KPXAppDelegate::rowsOfTable(const TableView& tableView) const {
     if (&tableView == &outlets.tableViewTab2) {
         return &maintDueArrayForTV;
     }
-    const ListSheet* sheet = sheetOfTable(tableView);
-    return sheet ? &sheet->rows : nullptr;
+    if (&tableView == &outlets.tableViewReminders) {
+        return &remindersArrayForTV;
+    }
+    if (&tableView == &outlets.tableViewEarlierStates) {
+        return &earlierStatesArrayForTV;
+    }
+    const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.table == &tableView; });
+    return list ? &list->rows : nullptr;
 }
 
 Records* KPXAppDelegate::rowsOfTable(const TableView& tableView) {
@@ -45,21 +54,29 @@ void KPXAppDelegate::tableView(TableView& tableView, const Value& setObjectValue
                      localized("table view not found"));
         return;
     }
+    if (&tableView == &outlets.tableViewReminders) {
+        return;  // what is scheduled is removed, never changed
+    }
     if (row >= 0 && row < static_cast<int>(rows->size())) {
-        (*rows)[static_cast<std::size_t>(row)].set(forTableColumn, setObjectValue);
-        tableView.reloadData();
+        // What is typed is a word of the user's language, what is kept the one that it stands for.
+        const Text* typed = setObjectValue.as<Text>();
+        const Value kept = typed ? Value(storedWord(forTableColumn, typed->string(), m_strings)) : setObjectValue;
+        (*rows)[static_cast<std::size_t>(row)].set(forTableColumn, kept);
+        tableView.redrawRows();
+    }
+    if (liesInMainWindow(tableView.place())) {
+        // Text typed in the main window, like any other.
+        outlets.deleteBtnTab1.setEnabled(false);
     }
 }
 
 void KPXAppDelegate::sortDescriptorsDidChange(TableView& tableView) {
     if (Records* rows = rowsOfTable(tableView)) {
         const auto order = sortedOrder(*rows, tableView.sortDescriptors(), environment());
-        Records sorted;
-        sorted.reserve(rows->size());
-        for (const std::size_t position : order) {
-            sorted.push_back(std::move((*rows)[position]));
+        reorder(*rows, order);
+        if (&tableView == &outlets.tableViewEarlierStates) {
+            reorder(m_earlierStates, order);
         }
-        *rows = std::move(sorted);
         // The selection stays with its record: Change and Delete act on the selected row.
         const int selected = tableView.selectedRow();
         if (selected >= 0) {
@@ -67,7 +84,7 @@ void KPXAppDelegate::sortDescriptorsDidChange(TableView& tableView) {
             tableView.selectRow(static_cast<int>(moved - order.begin()));
         }
     }
-    tableView.reloadData();
+    tableView.redrawRows();
 }
 
 bool KPXAppDelegate::willDisplayCell(const TableView& tableView, const std::string& forTableColumn, int row) const {
@@ -75,6 +92,16 @@ bool KPXAppDelegate::willDisplayCell(const TableView& tableView, const std::stri
         return false;
     }
     return isDueCell(maintDueArrayForTV[static_cast<std::size_t>(row)], forTableColumn, m_ports.clock.now());
+}
+
+std::optional<CellGauge> KPXAppDelegate::gaugeOfCell(const TableView& tableView, const std::string& forTableColumn,
+                                                     int row) const {
+    if (&tableView != &outlets.tableViewTab2 || row < 0 || row >= static_cast<int>(maintDueArrayForTV.size()) ||
+        forTableColumn != supplyColumn) {
+        return std::nullopt;
+    }
+    const auto supply = supplyOfRow(maintDueArrayForTV[static_cast<std::size_t>(row)], environment());
+    return supply ? std::optional(CellGauge{supply->days, supply->left, supplyText(*supply, m_strings)}) : std::nullopt;
 }
 
 void KPXAppDelegate::respondToTableViewClick(const TableView& tableView) {
@@ -86,8 +113,10 @@ void KPXAppDelegate::respondToTableViewClick(const TableView& tableView) {
         setChange(outlets.changeBtnpharmacySheet, outlets.deleteBtnpharmacySheet, false);
     } else if (&tableView == &outlets.tableViewpatientSheet) {
         setChange(outlets.changeBtnpatientSheet, outlets.deleteBtnpatientSheet, false);
+    } else if (&tableView == &outlets.tableViewReminders) {
+        outlets.removeReminderBtn.setEnabled(tableView.selectedRow() >= 0);
     }
-    // The prescriber sheet's buttons are deliberately left as they are.
+    // The prescriber sheet's buttons are left as they are; see behaviours.
 }
 
 void KPXAppDelegate::populateTableViewArrayFromFileArray(const std::optional<Records>& records,
@@ -100,10 +129,9 @@ void KPXAppDelegate::populateTableViewArrayFromFileArray(const std::optional<Rec
         populateMaintArray(*records, toTableViewArray, environment());
         return;
     }
-    for (const ListSheet& sheet : m_listSheets) {
-        if (&toTableViewArray == &sheet.rows) {
-            populateSheetArray(sheet.kind, *records, toTableViewArray);
-        }
+    if (const ListSheet* list =
+            listWhere([&](const ListSheet& candidate) { return &candidate.rows == &toTableViewArray; })) {
+        list->populate(*records, toTableViewArray);
     }
 }
 
@@ -139,8 +167,9 @@ void KPXAppDelegate::enableDisableShow(DateField* beginDate, DateField* endDate,
 
 void KPXAppDelegate::putCountOnContent(std::size_t count, int onPane) {
     const bool counted = onPane != 2 && onPane != 3;
-    outlets.contentCount.setText(
-        counted ? formatted("%@%@%ld", {localized("Display Count"), ": ", std::to_string(count)}) : std::string());
+    outlets.contentCount.setText(counted ? m_strings.sentence("Display Count: %ld", {std::to_string(count)},
+                                                              localized("Display Count") + ": " + std::to_string(count))
+                                         : std::string());
 }
 
 }  // namespace kpx

@@ -1,7 +1,14 @@
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
+#include "schedule/DueText.h"
 
 namespace kpx {
+
+namespace {
+
+constexpr int scheduleTab = 1;
+
+}  // namespace
 
 void KPXAppDelegate::tabView(int didSelectTabViewItem) {
     if (didSelectTabViewItem < 0 || didSelectTabViewItem > 3) {
@@ -11,9 +18,13 @@ void KPXAppDelegate::tabView(int didSelectTabViewItem) {
                               : didSelectTabViewItem == 1 ? maintDueArrayForTV.size()
                                                           : 0;
     putCountOnContent(count, didSelectTabViewItem);
+    beginAction();
     const auto history = copyArrayFromDataFile(prescriptionHistoryFile);
     const bool hasHistory = history && !history->empty();
     gateShowControls(didSelectTabViewItem, hasHistory);
+    if (didSelectTabViewItem == scheduleTab && history) {
+        outlets.statusText.setText(dueText(*history, environment(), m_strings));
+    }
     if (didSelectTabViewItem != 0 && !hasHistory) {
         noPrescriptionHistoryDataMsg();
     }

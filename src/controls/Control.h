@@ -20,6 +20,8 @@ enum class Place {
     PatientSheet,
     PharmacySheet,
     PrescriberSheet,
+    RemindersSheet,
+    EarlierStatesSheet,
     DatePopover,
     ReceiptPopover,
     MenuBar,

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/Control.h"
-#include "core/Date.h"
+#include "values/Date.h"
 
 namespace kpx {
 

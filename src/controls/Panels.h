@@ -35,6 +35,23 @@ private:
     int m_selected = 0;
 };
 
+/// A quiet line above the tabs; open while it has something to say.
+class Bar : public Control {
+public:
+    using Control::Control;
+    bool isOpen() const { return !m_text.empty(); }
+    const std::string& text() const { return m_text; }
+    void setText(std::string text) {
+        if (text != m_text) {
+            m_text = std::move(text);
+            notify();
+        }
+    }
+
+private:
+    std::string m_text;
+};
+
 /// A sheet of the main window.
 class Sheet : public Control {
 public:

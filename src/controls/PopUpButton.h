@@ -23,10 +23,21 @@ public:
     int indexOfSelectedItem() const { return m_selected; }
     /// Empty when nothing is selected.
     Item titleOfSelectedItem() const;
+    /// The title chosen, which restricts to that name. None for the last item, which is no name: it means no
+    /// restriction in a filter, and in the form it opens the list's sheet.
+    Item titleUnlessLastItem() const { return isLastItemSelected() ? Item() : titleOfSelectedItem(); }
     bool isLastItemSelected() const { return !m_items.empty() && m_selected == numberOfItems() - 1; }
 
     /// Replaces all items; nothing is selected then.
     void setItems(std::vector<Item> items);
+    /// The same with titles in the user's language, each of which represents a text of its own. REQUIRES: as many
+    /// texts as titles.
+    void setItems(std::vector<Item> titles, std::vector<Item> representedTexts);
+    /// What the items represent: their titles, where nothing else was said.
+    const std::vector<Item>& representedTexts() const { return m_representedTexts; }
+    Item representedTextOfSelectedItem() const;
+    /// A text that no item represents leaves nothing selected.
+    void selectItemRepresenting(const std::string& text);
     /// Removes the first item of that title; removing the selected item leaves nothing selected.
     void removeItemWithTitle(const std::string& title);
     /// An index that does not exist leaves nothing selected.
@@ -42,6 +53,7 @@ public:
 
 private:
     std::vector<Item> m_items;
+    std::vector<Item> m_representedTexts;
     int m_selected = -1;
 };
 

@@ -19,15 +19,27 @@ void TableView::selectRow(int row) {
 }
 
 void TableView::reloadData() {
+    m_selectedRow = -1;
+    m_clickedRow = -1;
+    m_markedRow = -1;
+    redrawRows();
+}
+
+void TableView::redrawRows() {
     m_sorted = false;
-    if (m_selectedRow >= numberOfRows()) {
-        m_selectedRow = -1;
-    }
     notify();
+}
+
+void TableView::markRow(int row) {
+    if (m_markedRow != row) {
+        m_markedRow = row;
+        notify();
+    }
 }
 
 void TableView::userClickRow(int row) {
     m_clickedRow = row < numberOfRows() ? row : -1;
+    m_markedRow = -1;
     selectRow(m_clickedRow);
     if (action) {
         action();
@@ -40,8 +52,6 @@ void TableView::userDoubleClickRow(int row) {
         doubleAction();
     }
 }
-
-void TableView::userRightClickRow(int row) { m_clickedRow = row < numberOfRows() ? row : -1; }
 
 void TableView::userSort(const std::string& column, bool ascending) {
     std::erase_if(m_sortDescriptors, [&](const SortDescriptor& descriptor) { return descriptor.key == column; });

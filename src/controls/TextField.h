@@ -25,9 +25,16 @@ public:
     /// The user's edit would make the text `proposed`. Applied unless the filter refuses it; a refusal
     /// leaves the text as it was. Answers whether it was applied.
     bool userEdit(const std::string& proposed);
+    /// What stands before the cursor once the user typed something there; pasted text goes in as it is. To be offered
+    /// to userEdit(), with what stands behind the cursor.
+    std::string textAfterTyping(const std::string& before, const std::string& typed) const {
+        return typing ? typing(before, typed) : before + typed;
+    }
     /// The user leaves the field; does nothing when no editing was going on.
     void userEndEditing();
 
+    /// What typed characters become before anything judges them; none leaves them as they are.
+    std::function<std::string(const std::string& before, const std::string& typed)> typing;
     /// Consulted with the whole proposed text on every edit; none accepts everything.
     std::function<bool(const std::string& proposed)> filter;
     /// After an edit of the user's was applied.
