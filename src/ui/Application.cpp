@@ -1,6 +1,8 @@
 #include "ui/Application.h"
 
 #include "ui/Conversions.h"
+#include "ui/WindowState.h"
+#include "ui/preview/PreviewWindow.h"
 #include "ui/style/Appearance.h"
 
 #include <QApplication>
@@ -8,13 +10,25 @@
 #include <QIcon>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace kpx {
 
-Ports QtPorts::ports() {
-    return {alerts, windows, workspace, defaults, notifications, clock, system, web, preview, bundle};
+namespace {
+
+std::string languageOf(QtPorts& ports) {
+    return languageOfTexts(ports.bundle.resources(), ports.system.region().languageCodes());
 }
 
-Application::Application() : m_delegate(m_ports.ports()) {
+}  // namespace
+
+Ports QtPorts::ports() {
+    return {alerts, windows, workspace, defaults, notifications, clock, system, web, preview, bundle, files, clipboard};
+}
+
+Application::Application()
+    : m_translations(LocalizedStrings(m_ports.bundle.resources(), languageOf(m_ports)), languageOf(m_ports)),
+      m_delegate(m_ports.ports()) {
     installStyle(*qApp);
     showAppearance(*qApp, m_ports.system.isDark());
     QObject::connect(&m_ports.system, &QtSystemInformation::darkChanged, qApp,
@@ -33,14 +47,22 @@ Application::Application() : m_delegate(m_ports.ports()) {
     }
 #endif
     m_ports.windows.setMainWindow(&*m_window);
+    m_ports.files.setMainWindow(&*m_window);
     m_ports.windows.widgetForControl = [this](const Control& control) { return m_binder->widgetForControl(control); };
     m_ports.alerts.widgetForWindow = [this](const std::string& name) { return m_binder->widgetForWindow(name); };
     QObject::connect(&*m_window, &MainWindow::firstPainted, qApp, [this] { start(); });
+    restoreWindowState(*m_window);
     QObject::connect(&*m_window, &MainWindow::closed, qApp, [this] {
+        saveWindowState(*m_window);
         m_delegate.windowWillClose();
-        // Other windows, such as previews, do not keep the program alive.
-        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        endUnlessPreviewsStay();
     });
+    QObject::connect(&*m_window, &MainWindow::quitWanted, qApp, [this] { quit(); });
+    m_ports.preview.lastClosed = [this] {
+        if (!m_window->isVisible()) {
+            endSoon();
+        }
+    };
 }
 
 Application::~Application() = default;
@@ -65,7 +87,28 @@ void Application::start() {
         for (const UserNotification& reminder : m_clickedBeforeStart) {
             open(reminder);
         }
+        if (m_scheduleWanted) {
+            showSchedule();
+        }
     }
+}
+
+void Application::endSoon() { QTimer::singleShot(0, qApp, &QCoreApplication::quit); }
+
+void Application::endUnlessPreviewsStay() {
+    // What is saved or printed is not lost; what is not stays, as a viewer of its own would.
+    m_ports.preview.closeKept();
+    const auto previews = m_ports.preview.windows();
+    if (std::ranges::none_of(previews, [](const PreviewWindow* window) { return window->isVisible(); })) {
+        endSoon();
+    }
+}
+
+void Application::quit() {
+    if (m_window->isVisible()) {
+        m_window->close();
+    }
+    endSoon();
 }
 
 void Application::raise() {
@@ -79,6 +122,26 @@ void Application::open(const UserNotification& reminder) {
     } else if (m_ports.notifications.didActivateNotification) {
         m_ports.notifications.didActivateNotification(reminder);
     }
+}
+
+void Application::showSchedule() {
+    m_scheduleWanted = !m_started;
+    if (m_started) {
+        constexpr int scheduleTab = 1;
+        m_delegate.outlets.theTabView.selectTab(scheduleTab);
+    }
+}
+
+void Application::showReminder(const UserNotification& reminder) {
+    auto& window = m_reminderWindows[reminder.identifier];
+    window = std::make_unique<ReminderWindow>(qstring(reminder.title), qstring(reminder.informativeText));
+    QObject::connect(&*window, &ReminderWindow::showWanted, qApp, [this, reminder] {
+        raise();
+        open(reminder);
+    });
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 }  // namespace kpx

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "app/KPXAppDelegate.h"
+#include "ui/Translations.h"
 #include "ui/bindings/Binder.h"
 #include "ui/ports/QtAlertPresenter.h"
 #include "ui/ports/QtBundle.h"
+#include "ui/ports/QtClipboard.h"
 #include "ui/ports/QtClock.h"
+#include "ui/ports/QtFileChooser.h"
 #include "ui/ports/QtPrintPreview.h"
 #include "ui/ports/QtSystemInformation.h"
 #include "ui/ports/QtUserDefaults.h"
@@ -13,8 +16,12 @@
 #include "ui/ports/QtWindowPresenter.h"
 #include "ui/ports/QtWorkspace.h"
 #include "ui/views/MainWindow.h"
+#include "ui/views/ReminderWindow.h"
 
+#include <map>
+#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace kpx {
@@ -25,12 +32,14 @@ struct QtPorts {
     QtWindowPresenter windows;
     QtWorkspace workspace;
     QtUserDefaults defaults;
-    QtUserNotificationCenter notifications;
-    QtClock clock;
     QtSystemInformation system;
+    QtClock clock;
+    QtUserNotificationCenter notifications{[this] { return Environment{clock.now(), system.region()}; }};
     QtWebFetch web;
     QtPrintPreview preview;
     QtBundle bundle;
+    QtFileChooser files;
+    QtClipboard clipboard;
 
     Ports ports();
 };
@@ -48,6 +57,11 @@ public:
     /// Shows what a clicked reminder speaks of, and withdraws it. When the click came with the start, the
     /// start-up sequence does so at its end.
     void open(const UserNotification& reminder);
+    /// Shows a reminder that the desktop cannot show, in a window of its own.
+    void showReminder(const UserNotification& reminder);
+
+    /// Turns to the refill schedule; before the start-up sequence has run, at its end.
+    void showSchedule();
 
     QtPorts& ports() { return m_ports; }
     KPXAppDelegate& delegate() { return m_delegate; }
@@ -58,12 +72,18 @@ public:
 
 private:
     void start();
+    void quit();
+    void endUnlessPreviewsStay();
+    static void endSoon();
 
     QtPorts m_ports;
+    Translations m_translations;
     KPXAppDelegate m_delegate;
     std::optional<MainWindow> m_window;
     std::optional<Binder> m_binder;
     std::vector<UserNotification> m_clickedBeforeStart;
+    std::map<std::string, std::unique_ptr<ReminderWindow>> m_reminderWindows;  // by the reminder's identifier
+    bool m_scheduleWanted = false;
     bool m_started = false;
 };
 

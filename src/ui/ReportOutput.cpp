@@ -2,15 +2,19 @@
 
 #include "ui/Conversions.h"
 #include "ui/ReportPainter.h"
+#include "ui/preview/PagesToPrint.h"
 
 #include <QBuffer>
+#include <QPageRanges>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPrintEngine>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
 
 namespace kpx {
 
@@ -49,25 +53,56 @@ QByteArray reportPdf(const Document& document, const QPageLayout& layout, const 
     return withDocumentLanguage(buffer.data(), language);
 }
 
-bool printReportOn(QPrinter& printer, const Document& document) {
+namespace {
+
+/// Whether the print server leaves out the pages that were not asked for. The program must then send all of them,
+/// or they would be counted out twice.
+bool serverPicksPages(const QPrinter& printer) {
+    // The options for the print server, name and value in turn, under the number that the toolkit gives them.
+    constexpr auto serverOptions = static_cast<QPrintEngine::PrintEnginePropertyKey>(0xfe00);
+    return printer.outputFormat() == QPrinter::NativeFormat && printer.outputFileName().isEmpty() &&
+           printer.printEngine()->property(serverOptions).toStringList().contains(QStringLiteral("page-ranges"));
+}
+
+PrintRequest requestOf(const QPrinter& printer) {
+    PrintRequest request;
+    if (!serverPicksPages(printer)) {
+        for (const QPageRanges::Range& range : printer.pageRanges().toRangeList()) {
+            request.ranges.emplace_back(range.from, range.to);
+        }
+    }
+    request.lastFirst = printer.pageOrder() == QPrinter::LastPageFirst;
+    request.copies = printer.supportsMultipleCopies() ? 1 : std::max(printer.copyCount(), 1);
+    request.collated = printer.collateCopies();
+    return request;
+}
+
+}  // namespace
+
+bool printReportsOn(QPrinter& printer, const std::vector<const Document*>& documents) {
+    std::vector<const Page*> pages;
+    for (const Document* document : documents) {
+        std::ranges::transform(document->pages, std::back_inserter(pages), [](const Page& page) { return &page; });
+    }
+    const std::vector<int> printed = pagesToPrint(requestOf(printer), static_cast<int>(pages.size()));
     QPainter painter;
-    if (!painter.begin(&printer)) {
+    // Pages that the document has not: nothing comes out, not even a blank sheet.
+    if (printed.empty() || !painter.begin(&printer)) {
         return false;
     }
     painter.scale(printer.logicalDpiX() / double(ReportPainter::unitsPerInch),
                   printer.logicalDpiY() / double(ReportPainter::unitsPerInch));
     ReportPainter report(printer.pageLayout().fullRectPoints().size());
-    const int pageCount = static_cast<int>(document.pages.size());
-    const int first = std::max(printer.fromPage(), 1);
-    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), pageCount) : pageCount;
-    for (int page = first; page <= last; ++page) {
-        if (page > first && !printer.newPage()) {
+    for (std::size_t index = 0; index < printed.size(); ++index) {
+        if (index > 0 && !printer.newPage()) {
             return false;
         }
-        report.paint(painter, document.pages[static_cast<std::size_t>(page - 1)]);
+        report.paint(painter, *pages[static_cast<std::size_t>(printed[index])]);
     }
     return painter.end();
 }
+
+bool printReportOn(QPrinter& printer, const Document& document) { return printReportsOn(printer, {&document}); }
 
 // The toolkit's PDF writer has no place for the language. It is added as the format itself provides for
 // changes: a new version of the catalog at the end, and a table that points to it.

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "reports/Document.h"
+#include "drawing/Document.h"
 
 #include <QByteArray>
 #include <QPageLayout>
 #include <QString>
+
+#include <vector>
 
 class QPrinter;
 
@@ -17,7 +19,9 @@ QPageLayout reportPageLayout();
 /// have it read to them. Empty when it could not be made.
 QByteArray reportPdf(const Document& document, const QPageLayout& layout, const QString& language);
 
-/// Prints the pages that the printer is set to, on the paper it is set to. False when it refused.
+/// Prints the documents as one job, in the way the printer is set to: its paper, pages, order and copies, as far as
+/// the print server does not see to them itself. False when the printer refused.
+[[nodiscard]] bool printReportsOn(QPrinter& printer, const std::vector<const Document*>& documents);
 [[nodiscard]] bool printReportOn(QPrinter& printer, const Document& document);
 
 /// The PDF with its language declared and its title to be shown in place of its file name; as it is when

@@ -1,47 +1,50 @@
 #pragma once
 
-#include "reports/Document.h"
+#include "drawing/Document.h"
+#include "ui/DrawingPainter.h"
 
-#include <QFont>
+#include <QRectF>
 #include <QSizeF>
-
-#include <map>
-#include <string>
-#include <tuple>
+#include <QTransform>
 
 class QPainter;
-class QString;
 
 namespace kpx {
 
-/// Puts the pages of a report on paper, screen or PDF: the one painter for all of them.
+/// Puts the pages of a document on sheets of paper.
 ///
-/// The named fonts have a stand-in with nearly their look, DejaVu Sans, that every desktop can install.
-/// It is laid out without hinting, so a line breaks nowhere and is as wide on the screen as in print.
+/// What is drawn lies between x 20 and 788, y 20 and 580. A sheet that holds this shows it in its size from
+/// the lower left corner; on a smaller one it is scaled, with its margin, to fit. On a sheet that stands
+/// upright it is turned by a quarter, to be read from the right.
 class ReportPainter {
 public:
-    /// Painters handed to paint() count in this many units per inch, tenths of a point: fine enough for the
-    /// places to come out exactly, and whole for every font size used.
-    static constexpr int unitsPerInch = 720;
-    static constexpr double unitsPerPoint = unitsPerInch / 72.0;
+    static constexpr int unitsPerInch = DrawingPainter::unitsPerInch;
+    static constexpr double unitsPerPoint = DrawingPainter::unitsPerPoint;
 
-    /// In points. Documents count from the lower left corner, so the height decides where things stand.
-    explicit ReportPainter(QSizeF pageSize) : m_pageSize(pageSize) {}
+    /// In points.
+    explicit ReportPainter(QSizeF pageSize);
 
     /// REQUIRES: the painter's origin is the page's upper left corner, its unit a tenth of a point.
     void paint(QPainter& painter, const Page& page);
 
-    /// The stand-in's, unrounded. A device would answer whole pixels, and 45 rows would no longer fit a page.
+    /// What paints the pages, before they are placed on the sheet.
+    DrawingPainter& drawing() { return m_painter; }
+    /// Where on the sheet a place of the drawing comes to lie, both in points from the upper left corner.
+    QRectF placed(const QRectF& place) const;
+
+    /// The stand-in font's, unrounded. A device would answer whole pixels, and 45 rows would no longer fit a page.
     static FontMetrics metrics(double size);
 
 private:
-    void paintText(QPainter& painter, const DrawText& text);
-    void paintLine(QPainter& painter, const DrawLine& line);
-    const QFont& font(const DrawText& text, bool needsShaping);
-    double fromTop(double y) const { return (m_pageSize.height() - y) * unitsPerPoint; }
+    struct Sheet {
+        double height;
+        QTransform placement;
+    };
+    static Sheet sheetFor(QSizeF pageSize);
+    explicit ReportPainter(const Sheet& sheet) : m_painter(sheet.height), m_placement(sheet.placement) {}
 
-    QSizeF m_pageSize;
-    std::map<std::tuple<std::string, double, bool, bool>, QFont> m_fonts;
+    DrawingPainter m_painter;
+    QTransform m_placement;
 };
 
 }  // namespace kpx

@@ -1,7 +1,10 @@
 #include "ui/SingleInstance.h"
 
-#include <QDBusArgument>
+#include "reminders/Names.h"
+#include "ui/HandedOverReminder.h"
+
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDebug>
 
@@ -9,10 +12,12 @@ namespace kpx {
 
 namespace {
 
-// The reminder agent knows the same names.
-const QString applicationName = QStringLiteral("example.velmora.Velmora");
-const QString applicationPath = QStringLiteral("/example/velmora/Velmora");
+const QString busName = QString::fromLatin1(applicationName);
+const QString busPath = QString::fromLatin1(applicationPath);
 const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
+
+/// The desktop entry's.
+const QString scheduleAction = QStringLiteral("schedule");
 
 /// What lets a window come to the front, by its key in the platform data and its environment variable.
 struct Token {
@@ -41,22 +46,48 @@ void useTokens(const QVariantMap& platformData) {
     }
 }
 
+/// Whether the program that has the name took the call, within the time that somebody waits for a window.
+bool otherIsRaised(const QDBusConnection& bus, bool scheduleIsWanted) {
+    constexpr int patienceInMilliseconds = 2000;
+    const QString method = scheduleIsWanted ? QStringLiteral("ActivateAction") : QStringLiteral("Activate");
+    QDBusMessage message = QDBusMessage::createMethodCall(busName, busPath, applicationInterface, method);
+    message.setAutoStartService(false);
+    if (scheduleIsWanted) {
+        message << scheduleAction << QVariantList();
+    }
+    message << ownPlatformData();
+    return bus.call(message, QDBus::Block, patienceInMilliseconds).type() == QDBusMessage::ReplyMessage;
+}
+
 }  // namespace
 
-bool SingleInstance::claim() {
+SingleInstance::~SingleInstance() { release(); }
+
+bool SingleInstance::claim(bool scheduleIsWanted) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         qInfo() << "No session bus: clicked reminders cannot reach this program.";
         return true;
     }
-    bus.registerObject(applicationPath, this, QDBusConnection::ExportAllSlots);
-    if (bus.registerService(applicationName)) {
-        return true;
+    bus.registerObject(busPath, this, QDBusConnection::ExportAllSlots);
+    // The other one may just be ending, and the name be free a moment later.
+    constexpr int attempts = 2;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (bus.registerService(busName)) {
+            return true;
+        }
+        if (otherIsRaised(bus, scheduleIsWanted)) {
+            return false;
+        }
     }
-    QDBusMessage message = QDBusMessage::createMethodCall(applicationName, applicationPath, applicationInterface,
-                                                          QStringLiteral("Activate"));
-    bus.call(message << ownPlatformData());
-    return false;
+    qWarning() << "The program's name is taken by something that does not answer: this start goes on without it.";
+    return true;
+}
+
+void SingleInstance::release() {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.unregisterService(busName);
+    bus.unregisterObject(busPath);
 }
 
 void SingleInstance::Activate(const QVariantMap& platformData) {
@@ -70,16 +101,27 @@ void SingleInstance::Open(const QStringList&, const QVariantMap& platformData) {
 
 void SingleInstance::ActivateAction(const QString& action, const QVariantList& parameters,
                                     const QVariantMap& platformData) {
-    Activate(platformData);
-    if (action != QStringLiteral("reminder") || parameters.isEmpty() || !reminderClicked) {
+    if (action == scheduleAction) {
+        Activate(platformData);
+        if (scheduleWanted) {
+            scheduleWanted();
+        }
         return;
     }
-    const auto clicked = qdbus_cast<QVariantMap>(parameters.first());
-    UserNotification notification;
-    notification.identifier = clicked.value(QStringLiteral("identifier")).toString().toStdString();
-    notification.title = clicked.value(QStringLiteral("title")).toByteArray().toStdString();
-    notification.informativeText = clicked.value(QStringLiteral("text")).toByteArray().toStdString();
-    reminderClicked(notification);
+    const bool isShow = action == QLatin1String(showAction);
+    if (!isShow && action != QLatin1String(clickedAction)) {
+        sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action of this name."));
+        return;
+    }
+    const auto reminder = handedOverReminder(parameters);
+    if (!reminder) {
+        sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("These parameters are no reminder."));
+        return;
+    }
+    Activate(platformData);
+    if (const auto& take = isShow ? reminderToBeShown : reminderClicked) {
+        take(*reminder);
+    }
 }
 
 }  // namespace kpx

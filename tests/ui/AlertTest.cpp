@@ -5,6 +5,9 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -35,6 +38,40 @@ private Q_SLOTS:
         QTest::keyClick(waitForAlert(), Qt::Key_Return);
         QTRY_VERIFY(noAlertShows());
         QCOMPARE(m_answers, std::vector<int>({1000, 1000}));
+    }
+
+    void theSameMessageIsCountedWhileItStands() {
+        Alert message = alert("Missing");
+        message.informativeText = "First line.\rA value is missing";
+        for (int count = 0; count < 1000; ++count) {
+            begin(message);
+        }
+        begin("Another");
+        begin(message);
+        AlertBox* box = waitForAlert();
+        QTRY_COMPARE(box->informativeText(), QStringLiteral("First line.\nA value is missing (1,001 times)"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE(m_answers.size(), std::size_t{1001});
+        QTRY_VERIFY(waitForAlert() && waitForAlert()->text() == QStringLiteral("Another"));
+        QVERIFY(!waitForAlert()->informativeText().contains(QStringLiteral("times")));
+        // What was answered no longer counts.
+        begin(message);
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_VERIFY(waitForAlert() && waitForAlert()->text() == QStringLiteral("Missing"));
+        QCOMPARE(waitForAlert()->informativeText(), QStringLiteral("First line.\nA value is missing"));
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_VERIFY(noAlertShows());
+    }
+
+    void aQuestionIsAskedEachTime() {
+        Alert question = alert("Sure?");
+        question.buttons = {{"Yes", "", AlertKey::Return}, {"No", "", AlertKey::Escape}};
+        begin(question);
+        begin(question);
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
+        QTRY_COMPARE(m_answers, std::vector<int>({1000}));
+        QTest::keyClick(waitForAlert(), Qt::Key_Escape);
+        QTRY_COMPARE(m_answers, std::vector<int>({1000, 1001}));
     }
 
     void anAlertAskedForByAnAnswerShowsAfterThoseThatWait() {
@@ -129,6 +166,49 @@ private Q_SLOTS:
         QVERIFY2(needed.width() <= message->width(), qPrintable(QString::number(needed.width())));
         QVERIFY(needed.height() <= message->height());
         QTest::keyClick(box, Qt::Key_Return);
+    }
+
+    void noTextMakesABoxLargerThanTheScreen() {
+        std::string lines;
+        for (int line = 0; line < 500; ++line) {
+            lines += "\tline " + std::to_string(line) + "\r";
+        }
+        const struct {
+            std::string message;
+            std::string informative;
+        } rows[] = {{"Refused", lines},
+                    {lines, ""},
+                    {std::string(9000, 'M'), std::string(9000, 'i')},
+                    {"Refused", std::string(9000, ' ') + std::string(3000, '\r') + "end"}};
+        for (const auto& row : rows) {
+            Alert large = alert("");
+            large.messageText = row.message;
+            large.informativeText = row.informative;
+            large.buttons.push_back({"Cancel", "", AlertKey::Escape});
+            begin(large);
+            AlertBox* box = waitForAlert();
+            QVERIFY(box);
+            const QRect room = box->screen()->availableGeometry();
+            QTRY_VERIFY2(room.width() >= box->frameGeometry().width() && room.height() >= box->frameGeometry().height(),
+                         qPrintable(QString::number(box->height())));
+            for (QAbstractButton* button : box->buttons()) {
+                QVERIFY(box->rect().contains(QRect(button->mapTo(box, QPoint()), button->size())));
+            }
+            // All of it can be read.
+            auto* scroll = box->findChild<QScrollArea*>();
+            QVERIFY(scroll);
+            QScrollBar* bar = scroll->verticalScrollBar();
+            QTRY_VERIFY(bar->maximum() > 0);
+            QVERIFY(bar->maximum() + scroll->viewport()->height() >=
+                    scroll->widget()->heightForWidth(scroll->viewport()->width()));
+            QTest::keyClick(box, Qt::Key_PageDown);
+            QTRY_VERIFY(bar->value() > 0);
+            QTest::keyClick(box, Qt::Key_Escape);
+            QTRY_VERIFY(noAlertShows());
+        }
+        begin(alert("Short"));
+        QVERIFY(!waitForAlert()->findChild<QScrollArea*>());
+        QTest::keyClick(waitForAlert(), Qt::Key_Return);
     }
 
     void anAlertOfASheetHangsFromIt() {

@@ -2,8 +2,8 @@
 
 #include "core/DataFiles.h"
 #include "core/Keys.h"
-#include "core/Record.h"
 #include "tests/support/HouseholdGenerator.h"
+#include "values/Record.h"
 
 #include <QDate>
 #include <QStandardPaths>
@@ -128,11 +128,16 @@ Record drug(const char* name, const char* description) {
 void write(const Household& household) {
     removeHousehold();
     std::filesystem::create_directories(dataFolder());
-    writeArray(household.history, dataFolder(), prescriptionHistoryFile);
-    writeArray(household.patients, dataFolder(), patientFile);
-    writeArray(household.pharmacies, dataFolder(), pharmacyFile);
-    writeArray(household.prescribers, dataFolder(), prescriberFile);
-    writeArray(household.drugs, dataFolder(), drugFile);
+    const auto check = [](bool isWritten) {
+        if (!isWritten) {
+            qFatal("the household cannot be written");
+        }
+    };
+    check(writeArray(household.history, dataFolder(), prescriptionHistoryFile));
+    check(writeArray(household.patients, dataFolder(), patientFile));
+    check(writeArray(household.pharmacies, dataFolder(), pharmacyFile));
+    check(writeArray(household.prescribers, dataFolder(), prescriberFile));
+    check(writeArray(household.drugs, dataFolder(), drugFile));
 }
 
 }  // namespace

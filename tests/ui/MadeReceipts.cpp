@@ -11,6 +11,8 @@
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QProcess>
+#include <QTest>
 
 namespace kpx::test {
 
@@ -106,6 +108,58 @@ QString writeTillReceipt(const QString& name) {
     return place(name);
 }
 
+namespace {
+
+/// A document whose list of pages holds itself; a reader that follows it never comes to an end.
+QByteArray documentOfItself() {
+    QByteArray bytes = "%PDF-1.4\n";
+    QList<qsizetype> places;
+    for (const char* object : {"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 2/Kids[2 0 R 3 0 R]>>",
+                               "<</Type/Pages/Parent 2 0 R/Count 2/Kids[2 0 R 2 0 R]>>"}) {
+        places << bytes.size();
+        bytes += QByteArray::number(places.size()) + " 0 obj\n" + object + "\nendobj\n";
+    }
+    const qsizetype table = bytes.size();
+    bytes += "xref\n0 4\n0000000000 65535 f \n";
+    for (const qsizetype place : places) {
+        bytes += QByteArray::number(place).rightJustified(10, '0') + " 00000 n \n";
+    }
+    return bytes + "trailer\n<</Size 4/Root 1 0 R>>\nstartxref\n" + QByteArray::number(table) + "\n%%EOF\n";
+}
+
+/// A drawing of four hundred megabytes, which take more when read, packed by the tool that packs such drawings.
+QString writePackedDrawing(const QString& name) {
+    const QString file = writeBytes(name, {});
+    QProcess packer;
+    packer.setStandardOutputFile(file);
+    packer.start(QStringLiteral("gzip"), {QStringLiteral("-1")});
+    packer.write("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>");
+    const QByteArray piece = QByteArray("<rect width='2' height='1'/>").repeated(40000);
+    for (int megabyte = 0; megabyte < 400; ++megabyte) {
+        packer.write(piece);
+        packer.waitForBytesWritten();
+    }
+    packer.write("</svg>");
+    packer.closeWriteChannel();
+    return packer.waitForFinished() && packer.exitCode() == 0 ? file : QString();
+}
+
+/// A picture that says it has two thousand million pixels, and has none.
+QByteArray pictureWithoutPixels() {
+    return QByteArray::fromHex(
+        "89504e470d0a1a0a0000000d49484452"
+        "0000afc80000afc8080200000067dcbf79"
+        "0000000049454e44ae426082");
+}
+
+}  // namespace
+
+QStringList writeHostileReceipts() {
+    return {
+        writeBytes(QStringLiteral("itself.pdf"), documentOfItself()), writePackedDrawing(QStringLiteral("packed.svgz")),
+        writeBytes(QStringLiteral("pixels.png"), pictureWithoutPixels()), writeBytes(QStringLiteral("empty.pdf"), {})};
+}
+
 void writeReceiptForEveryFill() {
     std::vector<Data> bookmarks;
     for (const char* name : {"one.png", "two.png", "three.png"}) {
@@ -116,7 +170,7 @@ void writeReceiptForEveryFill() {
     for (std::size_t index = 0; index < history.size(); ++index) {
         history[index].set(MHReceiptKey, bookmarks[index % bookmarks.size()]);
     }
-    writeArray(history, dataFolder(), prescriptionHistoryFile);
+    QVERIFY(writeArray(history, dataFolder(), prescriptionHistoryFile));
 }
 
 }  // namespace kpx::test

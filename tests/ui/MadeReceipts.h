@@ -2,6 +2,7 @@
 
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 namespace kpx::test {
 
@@ -17,6 +18,9 @@ QString writeDocument(const QString& name, int pages);
 /// A document of one page: the receipt of a pharmacy's till, on a slip of paper.
 QString writeTillReceipt(const QString& name);
 QString writeBytes(const QString& name, const QByteArray& bytes);
+
+/// Files that are made to keep a reader busy, or to fill its memory, or both.
+QStringList writeHostileReceipts();
 
 /// Gives every record of the history in the data folder a receipt, one of a few pictures.
 void writeReceiptForEveryFill();

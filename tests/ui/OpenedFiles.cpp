@@ -1,60 +1,32 @@
 #include "tests/ui/OpenedFiles.h"
 
-#include <atomic>
-#include <cstdarg>
-#include <string_view>
+#include <sys/inotify.h>
+#include <unistd.h>
 
-#include <dlfcn.h>
-#include <sys/types.h>
-
-namespace {
-
-std::string watchedFolder;
-std::atomic<int> openings{0};
-
-void note(const char* path) {
-    if (path && !watchedFolder.empty() && std::string_view(path).starts_with(watchedFolder)) {
-        ++openings;
-    }
-}
-
-}  // namespace
-
-// These stand before the system's own for all libraries of the program, note the path and pass on.
-extern "C" {
-
-int open64(const char* path, int flags, ...) {
-    using Open = int (*)(const char*, int, ...);
-    static const auto next = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open64"));
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = va_arg(rest, mode_t);
-    va_end(rest);
-    note(path);
-    return next(path, flags, mode);
-}
-
-int open(const char* path, int flags, ...) {
-    using Open = int (*)(const char*, int, ...);
-    static const auto next = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open"));
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = va_arg(rest, mode_t);
-    va_end(rest);
-    note(path);
-    return next(path, flags, mode);
-}
-}
+#include <array>
+#include <cstddef>
+#include <cstring>
 
 namespace kpx::test {
 
-OpenedFiles::OpenedFiles(std::string folder) {
-    openings = 0;
-    watchedFolder = std::move(folder);
+OpenedFiles::OpenedFiles(const std::string& folder) : m_notices(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    ::inotify_add_watch(m_notices.get(), folder.c_str(), IN_OPEN);
 }
 
-OpenedFiles::~OpenedFiles() { watchedFolder.clear(); }
-
-int OpenedFiles::count() const { return openings; }
+int OpenedFiles::count() {
+    std::array<char, 65536> bytes{};
+    for (;;) {
+        const ssize_t length = ::read(m_notices.get(), bytes.data(), bytes.size());
+        if (length <= 0) {
+            return m_count;
+        }
+        for (std::size_t position = 0; position < static_cast<std::size_t>(length);) {
+            inotify_event event{};
+            std::memcpy(&event, bytes.data() + position, sizeof event);
+            m_count += event.len > 0 && !(event.mask & IN_ISDIR) ? 1 : 0;
+            position += sizeof event + event.len;
+        }
+    }
+}
 
 }  // namespace kpx::test

@@ -1,18 +1,21 @@
 #pragma once
 
+#include "files/FileDescriptor.h"
+
 #include <string>
 
 namespace kpx::test {
 
-/// Counts how often this program opens a file in the folder. One at a time.
+/// Counts how often any program opens a file in the folder.
 class OpenedFiles {
 public:
-    explicit OpenedFiles(std::string folder);
-    ~OpenedFiles();
-    OpenedFiles(const OpenedFiles&) = delete;
-    OpenedFiles& operator=(const OpenedFiles&) = delete;
+    explicit OpenedFiles(const std::string& folder);
 
-    int count() const;
+    int count();
+
+private:
+    FileDescriptor m_notices;
+    int m_count = 0;
 };
 
 }  // namespace kpx::test

@@ -1,4 +1,5 @@
 #include "tests/ui/Dragging.h"
+#include "tests/ui/Instants.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"

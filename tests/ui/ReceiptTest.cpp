@@ -7,13 +7,12 @@
 #include "ui/views/AlertBox.h"
 #include "ui/views/DropButton.h"
 #include "ui/views/PopoverFrame.h"
+#include "ui/views/ReceiptPages.h"
 #include "ui/views/ReceiptView.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPdfDocument>
-#include <QPdfView>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -25,20 +24,6 @@ using namespace kpx;
 using namespace kpx::test;
 
 namespace {
-
-/// The longest time in which the window could not react, up to the moment the condition holds.
-template <class Condition>
-qint64 longestPause(Condition condition, bool& held) {
-    QElapsedTimer sinceLastTick;
-    qint64 longest = 0;
-    QTimer ticks;
-    QObject::connect(&ticks, &QTimer::timeout, [&] { longest = std::max(longest, sinceLastTick.restart()); });
-    sinceLastTick.start();
-    ticks.start(5);
-    constexpr int patience = 30000;
-    held = QTest::qWaitFor(condition, patience);
-    return std::max(longest, sinceLastTick.elapsed());
-}
 
 QString address(const QString& file) { return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded); }
 
@@ -91,7 +76,7 @@ private Q_SLOTS:
             QTRY_VERIFY2(!dropButton().picture().isNull(), qPrintable(row.file));
             if (row.content == KPXReceiptView::Content::PDF) {
                 QTRY_VERIFY(view().pages());
-                QCOMPARE(view().pages()->document()->pageCount(), 3);
+                QCOMPARE(view().pages()->pageCount(), 3);
                 QVERIFY(view().image().isNull());
             } else {
                 QTRY_VERIFY2(!view().image().isNull(), qPrintable(row.file));
@@ -175,7 +160,7 @@ private Q_SLOTS:
         QTRY_COMPARE(QString::fromStdString(control().file()), second);
         QTRY_VERIFY(!view().image().isNull());
         QVERIFY(!view().pages());
-        QCOMPARE(view().findChildren<QPdfView*>().size(), 0);
+        QCOMPARE(view().findChildren<ReceiptPages*>().size(), 0);
         QVERIFY(popover().isVisible());
     }
 
@@ -225,7 +210,7 @@ private Q_SLOTS:
         for (const QString& file : files) {
             attach(file);
             openPopover();
-            QTest::qWait(150);
+            QTRY_VERIFY2(view().result() == DecodingResult::CannotBeShown, qPrintable(file));
             QVERIFY2(view().image().isNull() && !view().pages(), qPrintable(file));
             QVERIFY2(dropButton().picture().isNull(), qPrintable(file));
             closePopover();
@@ -234,14 +219,16 @@ private Q_SLOTS:
         attach(lost);
         QVERIFY(QFile::remove(lost));
         openPopover();
-        QTest::qWait(150);
+        QTRY_VERIFY(view().accessibleDescription().contains(QStringLiteral("lost.png")));
         QVERIFY(view().image().isNull());
         QVERIFY(noAlertShows());
     }
 
     void aHundredMegapixelsDoNotHoldUpTheWindow() {
         const QString files[] = {writePicture(QStringLiteral("large.jpg"), {10000, 10000}, 0xff205080),
-                                 writePicture(QStringLiteral("large.png"), {10000, 10000}, 0xff205080)};
+                                 writePicture(QStringLiteral("large.png"), {10000, 10000}, 0xff205080),
+                                 // Of a kind that is only read whole.
+                                 writePicture(QStringLiteral("photograph.tiff"), {8660, 5780}, 0xff205080)};
         for (const QString& file : files) {
             attach(file);
             openPopover();
@@ -257,14 +244,10 @@ private Q_SLOTS:
 
     void twoThousandPagesDoNotHoldUpTheWindow() {
         const QString file = writeDocument(QStringLiteral("long.pdf"), 2000);
-        QElapsedTimer timer;
-        timer.start();
         attach(file);
         openPopover();
         QTRY_VERIFY(view().pages());
-        QCOMPARE(view().pages()->document()->pageCount(), 2000);
-        const qint64 opening = timer.elapsed();
-        QVERIFY2(opening < 1500, qPrintable(QString::number(opening)));
+        QCOMPARE(view().pages()->pageCount(), 2000);
         bool drawn = false;
         const qint64 pause = longestPause(
             [&] {
@@ -275,8 +258,43 @@ private Q_SLOTS:
         QVERIFY(drawn);
         QVERIFY2(pause < 700, qPrintable(QString::number(pause)));
         view().pages()->verticalScrollBar()->setValue(view().pages()->verticalScrollBar()->maximum());
+        QTRY_VERIFY(view().pages()->hasPicture(1999));
+        QVERIFY(!view().pages()->hasPicture(0));
         QTest::keyClick(view().pages(), Qt::Key_Escape);
         QTRY_VERIFY(!popover().isVisible());
+    }
+
+    void thePictureChangesWithItsFile() {
+        const auto shows = [this](QRgb colour) {
+            const QImage picture = dropButton().picture();
+            return !picture.isNull() && picture.pixel(picture.rect().center()) == colour && !view().image().isNull() &&
+                   view().image().pixel(view().image().rect().center()) == colour;
+        };
+        constexpr QRgb blue = 0xff205080;
+        constexpr QRgb red = 0xff802020;
+        constexpr QRgb green = 0xff208020;
+        const QString file = writePicture(QStringLiteral("scan.bmp"), {30, 50}, blue);
+        const QFileInfo before(file);
+        attach(file);
+        openPopover();
+        QTRY_VERIFY(shows(blue));
+        // In place, of the same size, and dated back.
+        QCOMPARE(writePicture(QStringLiteral("scan.bmp"), {30, 50}, red), file);
+        QFile dated(file);
+        QVERIFY(dated.open(QIODevice::ReadWrite));
+        QVERIFY(dated.setFileTime(before.lastModified(), QFileDevice::FileModificationTime));
+        dated.close();
+        QCOMPARE(QFileInfo(file).size(), before.size());
+        QTRY_VERIFY(shows(red));
+        // By another file that takes its name.
+        const QString other = writePicture(QStringLiteral("other.bmp"), {30, 50}, green);
+        QCOMPARE(::rename(qPrintable(other), qPrintable(file)), 0);
+        QTRY_VERIFY(shows(green));
+        // Gone, and back.
+        QVERIFY(QFile::remove(file));
+        QTRY_VERIFY(view().result() == DecodingResult::NotFound && dropButton().picture().isNull());
+        writePicture(QStringLiteral("scan.bmp"), {30, 50}, blue);
+        QTRY_VERIFY(shows(blue));
     }
 
     void theStartReadsNoReceipt() {
@@ -284,7 +302,7 @@ private Q_SLOTS:
         constexpr std::size_t fills = 10000;
         writeLargeHousehold(fills);
         writeReceiptForEveryFill();
-        const OpenedFiles opened((dataFolder() / "Receipts").string());
+        OpenedFiles opened((dataFolder() / "Receipts").string());
         m_program = startWithoutSplash();
         QVERIFY(m_program);
         QTest::qWait(200);

@@ -1,17 +1,25 @@
+#include "core/DataFiles.h"
+#include "core/Keys.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
 #include "ui/style/Colors.h"
+#include "ui/views/GaugeDelegate.h"
 #include "ui/views/RecordTableView.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 
+#include <algorithm>
 #include <memory>
 
 using namespace kpx;
@@ -68,6 +76,30 @@ private Q_SLOTS:
         QCOMPARE(shown(0, 0), QStringLiteral("Ann Holloway"));
     }
 
+    void aToolTipShowsANameAsTyped() {
+        const QString name = QStringLiteral("<img src='file:///secret.png' width='900' height='900'><b>Ann</b>");
+        Records records = copyArrayFromDataFile(dataFolder(), prescriptionHistoryFile).value();
+        for (Record& record : records) {
+            record.set(MHPatientKey, name.toStdString());
+        }
+        QVERIFY(writeArray(records, dataFolder(), prescriptionHistoryFile));
+        m_program.reset();
+        m_program = startWithoutSplash();
+        QVERIFY(m_program);
+        const QPoint place = history()->visualRect(history()->model()->index(0, 0)).center();
+        QHelpEvent hover(QEvent::ToolTip, place, history()->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(history()->viewport(), &hover);
+        QTRY_COMPARE(QToolTip::text(), name);
+        const auto isToolTip = [](const QWidget* widget) { return widget->inherits("QTipLabel"); };
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(windows, isToolTip);
+        QVERIFY(found != windows.end());
+        const auto* label = qobject_cast<QLabel*>(*found);
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+        QVERIFY(label->sizeHint().height() < 300);
+        QToolTip::hideText();
+    }
+
     void clicksSelectAndDoubleClicksLoad() {
         clickRow(*history(), 1);
         QCOMPARE(table().selectedRow(), 1);
@@ -89,35 +121,60 @@ private Q_SLOTS:
         QVERIFY(button("changeBtnTab1")->isEnabled());
     }
 
-    void aRightClickLeavesTheSelectionAlone() {
-        clickRow(*history(), 1);
-        const QModelIndex other = history()->model()->index(3, 0);
-        QTest::mouseClick(history()->viewport(), Qt::RightButton, Qt::NoModifier,
-                          history()->visualRect(other).center());
-        QCOMPARE(table().selectedRow(), 1);
+    void aRightClickSelectsItsRowAndCountsAsAClick() {
+        clickRow(*history(), 1, true);
+        QVERIFY(button("changeBtnTab1")->isEnabled());
+        auto* menu = widgetNamed<QMenu>(m_program->window(), "contextMenuTab1");
+        const QPoint place = history()->visualRect(history()->model()->index(3, 0)).center();
+        QContextMenuEvent wanted(QContextMenuEvent::Mouse, place, history()->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(history()->viewport(), &wanted);
+        QTRY_VERIFY(menu->isVisible());
+        QCOMPARE(table().selectedRow(), 3);
+        QVERIFY(history()->selectionModel()->isRowSelected(3));
+        QVERIFY(!button("changeBtnTab1")->isEnabled());
+        menu->hide();
+        // The Menu key opens it for the selected row.
+        QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(history()->viewport(), &byKey);
+        QTRY_VERIFY(menu->isVisible());
+        QCOMPARE(table().selectedRow(), 3);
+        menu->actions().constFirst()->trigger();
+        QVERIFY(button("changeBtnTab1")->isEnabled());
+        menu->hide();
     }
 
-    void theRowUnderAMenuIsFramedAsLongAsTheMenuIsOpen() {
-        m_program->delegate().outlets.theTabView.selectTab(1);
-        button("showBtnTab2")->click();
-        auto* schedule = widgetNamed<RecordTableView>(m_program->window(), "tableViewTab2");
-        auto* menu = widgetNamed<QMenu>(m_program->window(), "contextMenuTab2");
-        const auto edge = [schedule](int row) {
-            const QRect cell = schedule->visualRect(schedule->model()->index(row, 0));
-            return schedule->viewport()->grab().toImage().pixelColor(cell.left() + 60, cell.top() + 1);
+    void aSelectionMadeOtherwiseCountsAsAClick() {
+        clickRow(*history(), 1, true);
+        QVERIFY(button("changeBtnTab1")->isEnabled());
+        // As assistive technology selects.
+        history()->selectionModel()->select(history()->model()->index(4, 0),
+                                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QCOMPARE(table().selectedRow(), 4);
+        QVERIFY(!button("changeBtnTab1")->isEnabled());
+    }
+
+    void theFillJustStoredIsFramedAndInView() {
+        clickRow(*history(), 0, true);
+        button("changeBtnTab1")->click();
+        const int stored = table().markedRow();
+        QVERIFY(stored >= 0);
+        QCOMPARE(table().selectedRow(), -1);
+        QVERIFY(!history()->selectionModel()->hasSelection());
+        const QRect row = history()->visualRect(history()->model()->index(stored, 0));
+        QVERIFY(history()->viewport()->rect().contains(row.center()));
+        const auto edge = [&] {
+            return history()->viewport()->grab().toImage().pixelColor(row.left() + 60, row.top() + 1);
         };
-        const QColor quiet = edge(1);
-        const QPoint place = schedule->visualRect(schedule->model()->index(1, 0)).center();
-        for (int count = 0; count < 2; ++count) {
-            QContextMenuEvent wanted(QContextMenuEvent::Mouse, place, schedule->viewport()->mapToGlobal(place));
-            QCoreApplication::sendEvent(schedule->viewport(), &wanted);
-            QTRY_VERIFY(menu->isVisible());
-            QCOMPARE(edge(1), schedule->palette().color(QPalette::Highlight));
-            QVERIFY(edge(2) != schedule->palette().color(QPalette::Highlight));
-            menu->hide();
-            QCOMPARE(edge(1), quiet);
-        }
-        m_program->delegate().outlets.theTabView.selectTab(0);
+        QCOMPARE(edge(), history()->palette().color(QPalette::Highlight));
+        clickRow(*history(), stored == 0 ? 1 : 0);
+        QVERIFY(edge() != history()->palette().color(QPalette::Highlight));
+    }
+
+    void noCellCanBeEdited() {
+        clickRow(*history(), 1);
+        QVERIFY(!(history()->model()->flags(history()->model()->index(1, 0)) & Qt::ItemIsEditable));
+        QTest::keyClick(history(), Qt::Key_F2);
+        QVERIFY(history()->viewport()->findChildren<QLineEdit*>().isEmpty());
     }
 
     void aTableReachedByTabShowsItAlsoWithoutACurrentRow() {
@@ -140,6 +197,7 @@ private Q_SLOTS:
         auto* schedule = widgetNamed<RecordTableView>(m_program->window(), "tableViewTab2");
         const QAbstractItemModel& model = *schedule->model();
         int red = 0;
+        int gauges = 0;
         for (int row = 0; row < model.rowCount(); ++row) {
             for (int column = 0; column < model.columnCount(); ++column) {
                 const QModelIndex index = model.index(row, column);
@@ -147,11 +205,18 @@ private Q_SLOTS:
                 const QString spoken = index.data(Qt::AccessibleTextRole).toString();
                 const bool warns = spoken.endsWith(QStringLiteral("Due")) || spoken.endsWith(QStringLiteral("Expired"));
                 QCOMPARE(isRed, warns);
-                QCOMPARE(index.data(Qt::ToolTipRole).toString() != index.data().toString(), isRed);
+                // The tool tip of a next fill says what is left on a line of its own.
+                const QStringList tip = index.data(Qt::ToolTipRole).toString().split(QLatin1Char('\n'));
+                QCOMPARE(tip.front() != index.data().toString(), isRed);
+                const QString left = index.data(Qt::AccessibleDescriptionRole).toString();
+                QCOMPARE(tip.size() == 2 ? tip.back() : QString(), left);
+                QCOMPARE(left.endsWith(QStringLiteral(" days left")), index.data(gaugeRole).isValid());
+                gauges += left.isEmpty() ? 0 : 1;
                 red += isRed ? 1 : 0;
             }
         }
         QVERIFY(red >= 2);
+        QCOMPARE(gauges, model.rowCount());
     }
 
     void theWarningRedIsReadable_data() {

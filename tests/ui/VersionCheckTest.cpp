@@ -1,4 +1,5 @@
 #include "app/Addresses.h"
+#include "tests/ui/FakeOpener.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
@@ -6,17 +7,19 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
 using namespace kpx;
@@ -67,36 +70,36 @@ class VersionCheckTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() {
-        m_server.start(QCoreApplication::applicationDirPath() + QStringLiteral("/page_server"), QStringList());
-        QVERIFY(QTest::qWaitFor([this] { return m_server.canReadLine(); }));
-        m_base = QStringLiteral("http://127.0.0.1:%1").arg(QString::fromLatin1(m_server.readLine().trimmed()));
-        for (const char* scheme : {"file", "https"}) {
-            QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "opened");
-        }
+        const QString folder = QStringLiteral(KPX_SOURCE_FOLDER "/tests/ui/certificate/");
+        m_server.start(QCoreApplication::applicationDirPath() + QStringLiteral("/page_server"),
+                       {folder + QStringLiteral("loopback.crt"), folder + QStringLiteral("loopback.key")});
+        QVERIFY(QTest::qWaitFor([this] { return m_server.canReadLine(); }, 20000));
+        const QList<QByteArray> ports = m_server.readLine().trimmed().split(' ');
+        m_base = QStringLiteral("https://127.0.0.1:%1").arg(QString::fromLatin1(ports.value(0)));
+        m_unprotected = QStringLiteral("http://127.0.0.1:%1").arg(QString::fromLatin1(ports.value(1)));
+        trustTheServer(true);
     }
     void cleanupTestCase() {
         m_server.kill();
         m_server.waitForFinished();
-        for (const char* scheme : {"file", "https"}) {
-            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
-        }
     }
     void init() {
-        m_opened.clear();
+        m_opener.forget();
+        m_opener.setStatus(0);
         qputenv("LC_ALL", "en_US.UTF-8");
     }
 
     void tellsWhatTheServerSays() {
         QTcpServer closed;
         QVERIFY(closed.listen(QHostAddress::LocalHost));
-        const QString closedPort = QStringLiteral("http://127.0.0.1:%1/").arg(closed.serverPort());
+        const QString closedPort = QStringLiteral("https://127.0.0.1:%1/").arg(closed.serverPort());
         closed.close();
         const struct {
             QString address;
             Told told;
         } rows[] = {{m_base + QStringLiteral("/text/1.1"), newer(QStringLiteral("1.1"))},
                     {m_base + QStringLiteral("/text/1.0"), current},
-                    {m_base + QStringLiteral("/text/1.0%0A"), newer(QStringLiteral("1.0\n"))},
+                    {m_base + QStringLiteral("/text/1.0%0A"), newer(QStringLiteral("1.0"))},
                     {m_base + QStringLiteral("/text/0.9"), current},
                     // Compared character by character.
                     {m_base + QStringLiteral("/text/10"), newer(QStringLiteral("10"))},
@@ -107,14 +110,62 @@ private Q_SLOTS:
                     {m_base + QStringLiteral("/status/404"), failed},
                     {m_base + QStringLiteral("/status/500"), failed},
                     {m_base + QStringLiteral("/cut"), failed},
-                    {closedPort, failed}};
+                    {closedPort, failed},
+                    {moved(m_base + QStringLiteral("/text/1.1")), newer(QStringLiteral("1.1"))},
+                    {moved(m_unprotected + QStringLiteral("/text/1.1")), failed},
+                    {moved(moved(m_unprotected + QStringLiteral("/text/1.1"))), failed},
+                    {moved(QStringLiteral("file:///etc/hostname")), failed},
+                    {m_unprotected + QStringLiteral("/text/1.1"), failed},
+                    {QStringLiteral("file:///etc/hostname"), failed},
+                    {QStringLiteral("data:,9.9"), failed},
+                    {{}, failed}};
         for (const auto& row : rows) {
             QCOMPARE(m_web.target = row.address.toStdString(), row.address.toStdString());
             const Told told = check();
             QVERIFY2(told == row.told, qPrintable(row.address + QStringLiteral(": ") + told.text));
             QCOMPARE(m_web.asked, std::string(versionFileAddress));
         }
-        QVERIFY(m_opened.isEmpty());
+        QVERIFY(m_opener.opened().isEmpty());
+        // Of all that, nothing went over an unprotected connection.
+        QCOMPARE(m_fetch.fetch((m_base + QStringLiteral("/unprotected")).toStdString())->body, std::string("0"));
+    }
+
+    void asksNobodyWhoCannotProveWhoHeIs() {
+        trustTheServer(false);
+        QtWebFetch fetch{std::chrono::milliseconds(10000)};
+        QVERIFY(!fetch.fetch((m_base + QStringLiteral("/text/1.1")).toStdString()));
+        trustTheServer(true);
+    }
+
+    void readsNoMoreThanAVersionMayBeLong() {
+        constexpr std::size_t longest = 65536;
+        const struct {
+            QString path;
+            std::size_t length;
+        } rows[] = {{QStringLiteral("/long/65535"), longest - 1},
+                    {QStringLiteral("/long/65536"), longest},
+                    {QStringLiteral("/long/65537"), longest},
+                    {QStringLiteral("/long/50000000"), longest},
+                    {QStringLiteral("/endless"), longest}};
+        QtWebFetch fetch{std::chrono::milliseconds(10000)};
+        for (const auto& row : rows) {
+            const auto response = fetch.fetch((m_base + row.path).toStdString());
+            QVERIFY2(response, qPrintable(row.path));
+            QCOMPARE(response->body.size(), row.length);
+        }
+        // The window quotes what has room in one line.
+        m_web.target = (m_base + QStringLiteral("/long/50000000")).toStdString();
+        QVERIFY(check() == newer(QString(79, QLatin1Char('9')) + QChar(0x2026)));
+    }
+
+    void escapeAndTheCloseButtonOpenNoPage() {
+        m_web.target = (m_base + QStringLiteral("/text/1.1")).toStdString();
+        m_answer = [](AlertBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
+        QVERIFY(check() == newer(QStringLiteral("1.1")));
+        m_answer = [](AlertBox& box) { box.close(); };
+        QVERIFY(check() == newer(QStringLiteral("1.1")));
+        m_answer = nullptr;
+        QVERIFY(m_opener.opened().isEmpty());
     }
 
     void waitsForASlowServerNoLongerThanTheTimeOut() {
@@ -130,7 +181,27 @@ private Q_SLOTS:
     void goesToTheWebSite() {
         m_web.target = (m_base + QStringLiteral("/text/1.1")).toStdString();
         check(0);
-        QCOMPARE(m_opened, QList<QUrl>{QUrl(QLatin1String(productPageAddress))});
+        QTRY_COMPARE(m_opener.opened(), QList<QUrl>{QUrl(QLatin1String(productPageAddress))});
+    }
+
+    void anOpenerThatEndsWithAnErrorIsTold() {
+        writeSmallHousehold();
+        const auto program = startWithoutSplash();
+        QVERIFY(program);
+        const auto choose = [&program](const char* item) {
+            program->window().findChild<QAction*>(QLatin1String(item))->trigger();
+        };
+        m_opener.setStatus(4);
+        // The manual stays silent, whatever becomes of it.
+        choose("helpMenuItem");
+        QTRY_COMPARE(m_opener.opened().size(), 1);
+        choose("webPageMenuItem");
+        AlertBox* alert = waitForAlert();
+        QVERIFY(alert);
+        QCOMPARE(alert->text(), QStringLiteral("Unable to Find KPX web page, is there a live connection to the Web?"));
+        QCOMPARE(m_opener.opened().size(), 2);
+        alert->buttons().constFirst()->click();
+        QVERIFY(noAlertShows());
     }
 
     void theHelpMenuOpensTheManualTheFolderAndTheWebPage() {
@@ -146,25 +217,31 @@ private Q_SLOTS:
             QVERIFY2(menu->actions().contains(program.window().findChild<QAction*>(QLatin1String(item))), item);
         }
         choose("helpMenuItem");
-        QCOMPARE(m_opened.size(), 1);
-        const QString manual = m_opened.constFirst().toLocalFile();
+        QTRY_COMPARE(m_opener.opened().size(), 1);
+        const QString manual = m_opener.opened().constFirst().toLocalFile();
         QVERIFY(manual.endsWith(QStringLiteral("/share/velmora/en.lproj/KPXHelp/KPXHelp.htm")));
         QFile page(manual);
         QVERIFY(page.open(QIODevice::ReadOnly));
         QVERIFY(page.readAll().contains("Entering/Viewing/Deleting Prescriptions"));
 
         choose("showDataFilesMenuItem");
-        QCOMPARE(m_opened.size(), 2);
-        QCOMPARE(QDir::cleanPath(m_opened.constLast().toLocalFile()), QString::fromStdString(dataFolder().string()));
+        QTRY_COMPARE(m_opener.opened().size(), 2);
+        QCOMPARE(QDir::cleanPath(m_opener.opened().constLast().toLocalFile()),
+                 QString::fromStdString(dataFolder().string()));
         choose("webPageMenuItem");
-        QCOMPARE(m_opened.size(), 3);
-        QCOMPARE(m_opened.constLast(), QUrl(QLatin1String(productPageAddress)));
+        QTRY_COMPARE(m_opener.opened().size(), 3);
+        QCOMPARE(m_opener.opened().constLast(), QUrl(QLatin1String(productPageAddress)));
+        choose("keyboardMenuItem");
+        QTRY_COMPARE(m_opener.opened().size(), 4);
+        QVERIFY(QFileInfo(m_opener.opened().constLast().toLocalFile()).isFile());
 
         // A language without a manual: nothing opens, and nothing is said.
         qputenv("LC_ALL", "de_DE.UTF-8");
         choose("helpMenuItem");
-        QCOMPARE(m_opened.size(), 3);
         QVERIFY(noAlertShows());
+        choose("webPageMenuItem");
+        QTRY_COMPARE(m_opener.opened().size(), 5);
+        QCOMPARE(m_opener.opened().constLast(), QUrl(QLatin1String(productPageAddress)));
         program.window().close();
     }
 
@@ -185,15 +262,12 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(folder.filePath(style.match(text).captured(1))).isFile());
     }
 
-public Q_SLOTS:
-    void opened(const QUrl& address) { m_opened << address; }
-
 private:
     /// Checks, and presses the button of what is told, the last one unless another is given.
     Told check(int button = -1) {
         Ports all = m_ports.ports();
-        Ports ports{all.alerts, all.windows, all.workspace, all.defaults, all.notifications,
-                    all.clock,  all.system,  m_web,         all.preview,  all.bundle};
+        Ports ports{all.alerts, all.windows, all.workspace, all.defaults, all.notifications, all.clock,
+                    all.system, m_web,       all.preview,   all.bundle,   all.files,         all.clipboard};
         KPXAppDelegate delegate(ports);
         Told told;
         QTimer look;
@@ -203,21 +277,39 @@ private:
                 return;
             }
             look.stop();
-            told.text = box->text();
+            // Without the places at which it may break.
+            told.text = box->text().remove(QChar(0x200B));
             told.informative = box->informativeText();
             for (QAbstractButton* each : box->buttons()) {
                 told.buttons << each->text().remove(QLatin1Char('&'));
             }
-            box->buttons().at(button < 0 ? box->buttons().size() - 1 : button)->click();
+            if (m_answer) {
+                m_answer(*box);
+            } else {
+                box->buttons().at(button < 0 ? box->buttons().size() - 1 : button)->click();
+            }
         });
         look.start(10);
         delegate.newVersionCheck();
         return told;
     }
 
+    QString moved(const QString& address) const {
+        return m_base + QStringLiteral("/moved/") + QString::fromLatin1(QUrl::toPercentEncoding(address));
+    }
+    static void trustTheServer(bool trusted) {
+        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+        configuration.setCaCertificates(
+            trusted ? QSslCertificate::fromPath(QStringLiteral(KPX_SOURCE_FOLDER "/tests/ui/certificate/loopback.crt"))
+                    : QList<QSslCertificate>());
+        QSslConfiguration::setDefaultConfiguration(configuration);
+    }
+
     QProcess m_server;
     QString m_base;
-    QList<QUrl> m_opened;
+    QString m_unprotected;
+    std::function<void(AlertBox&)> m_answer;
+    FakeOpener m_opener;
     QtPorts m_ports;
     QtWebFetch m_fetch{std::chrono::milliseconds(1500)};
     LedElsewhere m_web{m_fetch};

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QString>
+#include <QTest>
+#include <QTimer>
 #include <QWidget>
 
+#include <algorithm>
 #include <memory>
 
 namespace kpx {
@@ -33,5 +37,19 @@ void type(QWidget& widget, const QString& text);
 
 /// A click in the middle of the table's row (below the last one for −1), as the user's mouse does it.
 void clickRow(QWidget& table, int row, bool twice = false);
+
+/// The longest time in which the window could not react, up to the moment the condition holds.
+template <class Condition>
+qint64 longestPause(Condition condition, bool& held) {
+    QElapsedTimer sinceLastTick;
+    qint64 longest = 0;
+    QTimer ticks;
+    QObject::connect(&ticks, &QTimer::timeout, [&] { longest = std::max(longest, sinceLastTick.restart()); });
+    sinceLastTick.start();
+    ticks.start(5);
+    constexpr int patience = 100000;
+    held = QTest::qWaitFor(condition, patience);
+    return std::max(longest, sinceLastTick.elapsed());
+}
 
 }  // namespace kpx::test

@@ -1,12 +1,13 @@
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DWKButtonHover.h"
 #include "ui/views/PopoverFrame.h"
-#include "ui/views/PreviewWindow.h"
 #include "ui/views/SheetDialog.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -17,9 +18,12 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 
+#include <functional>
 #include <memory>
 
 using namespace kpx;
@@ -206,6 +210,32 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_program->window().isVisible());
     }
 
+    void aPreviewThatIsNotKeptOutlivesTheWindow() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("showPrintTableListBtn"), Qt::LeftButton);
+        auto* preview = m_program->ports().preview.windows().front();
+        QVERIFY(QTest::qWaitForWindowActive(preview));
+        QVERIFY(!endsWhen([&] { m_program->window().close(); }));
+        QVERIFY(!m_program->window().isVisible());
+        QVERIFY(preview->isVisible());
+        // A second start, and so a click on a reminder, opens the window again.
+        m_program->raise();
+        QVERIFY(QTest::qWaitForWindowActive(&m_program->window()));
+        QVERIFY(!endsWhen([&] { m_program->window().close(); }));
+        QVERIFY(endsWhen([&] { preview->close(); }));
+    }
+
+    void aKeptPreviewGoesWithTheWindow() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("showPrintTableListBtn"), Qt::LeftButton);
+        auto* preview = m_program->ports().preview.windows().front();
+        QVERIFY(preview->savePdf(m_folder.filePath(QStringLiteral("kept.pdf"))));
+        QVERIFY(endsWhen([&] { m_program->window().close(); }));
+        QVERIFY(m_program->ports().preview.windows().empty());
+    }
+
     void theWindowKeepsItsFieldsAtItsSmallestSize() {
         writeSmallHousehold();
         start();
@@ -239,6 +269,17 @@ private:
         return widgetNamed<Widget>(m_program->window(), name);
     }
 
+    /// Whether the program ends by itself after the act, rather than going on.
+    static bool endsWhen(const std::function<void()>& act) {
+        constexpr int wentOn = 7;
+        QTimer::singleShot(0, qApp, act);
+        QTimer patience;
+        patience.callOnTimeout([] { QCoreApplication::exit(wentOn); });
+        patience.start(500);
+        return QApplication::exec() != wentOn;
+    }
+
+    QTemporaryDir m_folder;
     std::unique_ptr<Application> m_program;
 };
 

@@ -7,7 +7,7 @@ if [ "${1:-}" != --inside ]; then
     folder=$(mktemp -d)
     trap 'rm -rf "$folder"' EXIT
     mkdir -m 700 "$folder/run" "$folder/data" "$folder/config" "$folder/state" "$folder/cache" "$folder/home"
-    env -u WAYLAND_DISPLAY -u DISPLAY -u LC_TIME -u LC_MONETARY -u QT_STYLE_OVERRIDE -u QT_QPA_PLATFORMTHEME \
+    env -u WAYLAND_DISPLAY -u DISPLAY -u LANGUAGE -u QT_STYLE_OVERRIDE -u QT_QPA_PLATFORMTHEME \
         HOME="$folder/home" XDG_RUNTIME_DIR="$folder/run" XDG_DATA_HOME="$folder/data" \
         XDG_CONFIG_HOME="$folder/config" XDG_STATE_HOME="$folder/state" XDG_CACHE_HOME="$folder/cache" \
         LC_ALL="${VELMORA_TEST_LOCALE:-en_US.UTF-8}" QT_QPA_PLATFORM=xcb QT_LOGGING_RULES='qt.accessibility.*=false' \

@@ -1,7 +1,10 @@
 #include "ui/bindings/Binder.h"
 
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 #include "ui/bindings/ButtonBinding.h"
+#include "ui/bindings/ChartBinding.h"
+#include "ui/bindings/ChoiceMenuBinding.h"
 #include "ui/bindings/DateFieldBinding.h"
 #include "ui/bindings/DropBinding.h"
 #include "ui/bindings/MatrixBinding.h"
@@ -9,6 +12,7 @@
 #include "ui/bindings/PopUpButtonBinding.h"
 #include "ui/bindings/TableBinding.h"
 #include "ui/bindings/TextFieldBinding.h"
+#include "ui/charts/BarChartView.h"
 #include "ui/views/DayField.h"
 #include "ui/views/DropButton.h"
 #include "ui/views/PopoverFrame.h"
@@ -21,6 +25,7 @@
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -56,9 +61,16 @@ bool needsControl(const QObject& object) {
     return qobject_cast<const QComboBox*>(&object) || qobject_cast<const QLineEdit*>(&object) ||
            qobject_cast<const QDateTimeEdit*>(&object) || qobject_cast<const QCalendarWidget*>(&object) ||
            qobject_cast<const QAbstractButton*>(&object) || qobject_cast<const RecordTableView*>(&object) ||
-           qobject_cast<const SheetDialog*>(&object) || qobject_cast<const QTabWidget*>(&object) ||
-           qobject_cast<const QAction*>(&object) || qobject_cast<const PopoverFrame*>(&object) ||
-           qobject_cast<const ReceiptView*>(&object);
+           qobject_cast<const BarChartView*>(&object) || qobject_cast<const SheetDialog*>(&object) ||
+           qobject_cast<const QTabWidget*>(&object) || qobject_cast<const QAction*>(&object) ||
+           qobject_cast<const PopoverFrame*>(&object) || qobject_cast<const ReceiptView*>(&object);
+}
+
+/// Whether the form says something else than the control. In another language it must.
+bool hasAnotherTitle(const Control& control, const QObject& object) {
+    const auto* button = dynamic_cast<const Button*>(&control);
+    return button && !button->title().empty() && !Translations::areInstalled() &&
+           object.property("text").toString().remove(QLatin1Char('&')) != qstring(button->title());
 }
 
 bool isCellOf(const Control* control, const QObject& object) {
@@ -75,6 +87,9 @@ Binder::Binder(KPXAppDelegate& delegate, QWidget& window) : m_delegate(delegate)
         } else if (!bindControl(*control, *found.constFirst())) {
             m_mismatches.push_back(control->name() + " has a widget of another kind");
         } else {
+            if (hasAnotherTitle(*control, *found.constFirst())) {
+                m_mismatches.push_back(control->name() + " has a widget with another title");
+            }
             m_objects[control->name()] = found.constFirst();
         }
     }
@@ -111,16 +126,18 @@ bool Binder::bindControl(Control& control, QObject& object) {
         m_mismatches.insert(m_mismatches.end(), found.begin(), found.end());
         return true;
     }
-    return bindAs<PopUpButton, QComboBox>(control, object) || bindAs<TextField, QLineEdit>(control, object) ||
-           bindAs<Label, QLabel>(control, object) || bindAs<DateField, QDateTimeEdit>(control, object) ||
-           bindAs<DateField, QCalendarWidget>(control, object) ||
+    return bindAs<PopUpButton, QComboBox>(control, object) || bindAs<PopUpButton, QMenu>(control, object) ||
+           bindAs<TextField, QLineEdit>(control, object) || bindAs<Label, QLabel>(control, object) ||
+           bindAs<DateField, QDateTimeEdit>(control, object, environment) ||
+           bindAs<DateField, QCalendarWidget>(control, object, environment) ||
            bindAs<KPXDropButton, DropButton>(control, object, endsEditing) ||
            bindAs<Button, QAbstractButton>(control, object, endsEditing) ||
            bindAs<Button, QAction>(control, object, endsEditing) ||
            bindAs<TableView, RecordTableView>(control, object, environment) ||
-           bindAs<TabView, QTabWidget>(control, object) || bindAs<Sheet, SheetDialog>(control, object) ||
-           bindAs<Popover, PopoverFrame>(control, object, find) || bindAs<Menu, QMenu>(control, object) ||
-           bindAs<KPXReceiptView, ReceiptView>(control, object);
+           bindAs<TabView, QTabWidget>(control, object) || bindAs<Bar, QFrame>(control, object) ||
+           bindAs<Sheet, SheetDialog>(control, object) || bindAs<Popover, PopoverFrame>(control, object, find) ||
+           bindAs<Menu, QMenu>(control, object) || bindAs<KPXReceiptView, ReceiptView>(control, object) ||
+           bindAs<ChartView, BarChartView>(control, object);
 }
 
 void Binder::findWidgetsWithoutControl() {

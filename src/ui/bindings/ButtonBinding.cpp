@@ -3,30 +3,31 @@
 #include "ui/Conversions.h"
 #include "ui/views/DropButton.h"
 #include "ui/views/ReceiptLoader.h"
+#include "ui/views/ReceiptWatch.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QDateTime>
 #include <QFileInfo>
 #include <QIcon>
+#include <QMenu>
 #include <QSignalBlocker>
 
-#include <memory>
 #include <utility>
 
 namespace kpx {
 
 namespace {
 
-QString withoutMnemonic(QString text) { return text.remove(QLatin1Char('&')); }
-
-/// The form's own text carries the mnemonic; it stands as long as it says what the control says.
+/// The form's own text carries the mnemonic and is in the user's language. It stands until the program gives the
+/// control another title.
 template <class Widget>
-void showTitle(const Button& control, Widget& widget) {
-    const QString title = qstring(control.title());
-    if (!title.isEmpty() && withoutMnemonic(widget.text()) != title) {
-        widget.setText(title);
-    }
+std::function<void()> titleShower(const Button& control, Widget& widget) {
+    return [&control, &widget, shown = control.title()]() mutable {
+        if (control.title() != shown) {
+            shown = control.title();
+            widget.setText(qstring(shown));
+        }
+    };
 }
 
 void showImage(const Button& control, QAbstractButton& widget) {
@@ -34,28 +35,21 @@ void showImage(const Button& control, QAbstractButton& widget) {
     widget.setIcon(control.image().empty() || !QFileInfo::exists(resource) ? QIcon() : QIcon(resource));
 }
 
-void showReceipt(const QString& file, DropButton& widget, ReceiptLoader& loader) {
+void showReceipt(const std::string& file, DropButton& widget, ReceiptLoader& loader) {
     loader.cancel();
-    widget.setAccessibleDescription(QFileInfo(file).fileName());
-    if (file.isEmpty()) {
+    if (file.empty()) {
         widget.setPicture({});
         return;
     }
     widget.expectPicture();
-    loader.load(file, widget.sizeHint() * widget.devicePixelRatioF());
+    const QSize room = widget.sizeHint() * widget.devicePixelRatioF();
+    loader.load({.file = file, .purpose = DecodingRequest::Purpose::Thumbnail, .room = {room.width(), room.height()}});
 }
 
-/// The file as it stands now: one that was scanned anew under its name is another picture.
-struct ReceiptFile {
-    std::string path;
-    qint64 size = 0;
-    QDateTime modified;
-    bool operator==(const ReceiptFile&) const = default;
-};
-
-ReceiptFile receiptFileAt(const std::string& path) {
-    const QFileInfo file(qstring(path));
-    return path.empty() ? ReceiptFile() : ReceiptFile{path, file.size(), file.lastModified()};
+DropButton::Problem problemOf(KPXDropButton::State state) {
+    return state == KPXDropButton::State::CannotBeShown ? DropButton::Problem::CannotBeShown
+           : state == KPXDropButton::State::NotFound    ? DropButton::Problem::NotFound
+                                                        : DropButton::Problem::None;
 }
 
 std::function<void()> clickOf(Button& control, std::function<void()> beforeClick) {
@@ -71,31 +65,52 @@ std::function<void()> clickOf(Button& control, std::function<void()> beforeClick
 }  // namespace
 
 void bind(Button& control, QAbstractButton& widget, std::function<void()> beforeClick) {
-    control.changed = [&control, &widget] {
-        showTitle(control, widget);
+    control.changed = [&control, &widget, showTitle = titleShower(control, widget)] {
+        showTitle();
         showImage(control, widget);
         widget.setEnabled(control.isEnabled());
+        if (widget.property("hiddenWhileDisabled").toBool()) {
+            widget.setVisible(control.isEnabled());
+        }
     };
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, std::move(beforeClick)));
 }
 
 void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
-    control.changed = [&control, &widget] {
-        showTitle(control, widget);
+    control.changed = [&control, &widget, showTitle = titleShower(control, widget)] {
+        showTitle();
         widget.setEnabled(control.isEnabled());
     };
     QObject::connect(&widget, &QAction::triggered, &widget, clickOf(control, std::move(beforeClick)));
 }
 
 void bind(KPXDropButton& control, DropButton& widget, std::function<void()> beforeClick) {
-    auto shown = std::make_shared<ReceiptFile>();
     auto* loader = new ReceiptLoader(&widget);
-    QObject::connect(loader, &ReceiptLoader::loaded, &widget, &DropButton::setPicture);
-    control.changed = [&control, &widget, shown, loader] {
-        if (ReceiptFile file = receiptFileAt(control.image()); *shown != file) {
-            *shown = std::move(file);
-            showReceipt(qstring(control.image()), widget, *loader);
+    auto* watch = new ReceiptWatch(&widget);
+    QObject::connect(loader, &ReceiptLoader::pageCame, &widget,
+                     [&widget](int, const QImage& picture) { widget.setPicture(picture); });
+    QObject::connect(loader, &ReceiptLoader::finished, &widget, [&control, &widget](DecodingResult result) {
+        if (result != DecodingResult::Shown) {
+            widget.setPicture({});
+            if (control.pictureFailed) {
+                control.pictureFailed(result == DecodingResult::NotFound);
+            }
         }
+    });
+    QObject::connect(&widget, &DropButton::contextMenuWanted, &widget, [&widget](const QPoint& position) {
+        if (auto* menu = widget.window()->findChild<QMenu*>(QStringLiteral("contextMenuReceipt"))) {
+            menu->popup(position);
+        }
+    });
+    QObject::connect(watch, &ReceiptWatch::changed, &widget,
+                     [watch, loader, &widget] { showReceipt(watch->file(), widget, *loader); });
+    control.changed = [&control, &widget, loader, watch] {
+        if (watch->file() != control.image() || watch->hasChanged()) {
+            watch->watch(control.image());
+            showReceipt(control.image(), widget, *loader);
+        }
+        widget.setProblem(problemOf(control.state()), qstring(control.text()));
+        widget.setAccessibleDescription(qstring(control.text()));
         widget.setDragInside(control.dragInside());
         widget.setEnabled(control.isEnabled());
     };

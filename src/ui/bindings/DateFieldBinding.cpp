@@ -1,5 +1,6 @@
 #include "ui/bindings/DateFieldBinding.h"
 
+#include "region/DateUtilities.h"
 #include "ui/Conversions.h"
 
 #include <QCalendarWidget>
@@ -10,50 +11,71 @@ namespace kpx {
 
 namespace {
 
-/// The day, at the time of day that the control's date has.
-Date onDay(const QDate& day, const DateField& control) {
-    return dateFromQDateTime(QDateTime(day, qdateTime(control.date()).time()));
+const QDate firstDay(1000, 1, 1);
+const QDate lastDay(9999, 12, 31);
+
+bool canBeSet(const QDate& day) { return day >= firstDay && day <= lastDay; }
+
+QDate dayOf(const DateField& control, const Environment& environment) {
+    const CalendarDay day = yearMonthDayFromDate(control.date(), environment);
+    return QDate(day.year, day.month, day.day);
 }
 
-/// The locale's short form, the year always in full.
-QString displayFormat(const QLocale& locale) {
-    QString format = locale.dateFormat(QLocale::ShortFormat);
-    if (!format.contains(QStringLiteral("yyyy"))) {
-        format.replace(QStringLiteral("yy"), QStringLiteral("yyyy"));
+void userSetDay(DateField& control, const QDate& day, const Environment& environment) {
+    if (canBeSet(day)) {
+        control.userSetDate(dateOnDay({day.year(), day.month(), day.day()}, control.date(), environment));
+    } else {
+        control.changed();  // back to what it was
     }
-    return format;
+}
+
+/// A day that cannot be typed takes the place of the day before the first, as a text.
+void showDay(const DateField& control, QDateTimeEdit& widget, const Environment& environment) {
+    const std::string pattern = typedDayPattern(environment);
+    if (widget.displayFormat() != qstring(pattern)) {
+        widget.setDisplayFormat(qstring(pattern));
+    }
+    const QDate day = dayOf(control, environment);
+    const bool asText = !canBeSet(day);
+    widget.setSpecialValueText(asText ? qstring(componentOfDate(control.date(), pattern, environment)) : QString());
+    const QDate shown = asText ? widget.minimumDate() : day;
+    if (widget.date() != shown) {
+        widget.setDate(shown);
+    }
 }
 
 }  // namespace
 
-void bind(DateField& control, QDateTimeEdit& widget) {
-    widget.setDisplayFormat(displayFormat(widget.locale()));
+void bind(DateField& control, QDateTimeEdit& widget, std::function<Environment()> environment) {
+    // The widget holds a day and no instant: no clock changes in it, and no script's digits but the files'.
+    widget.setTimeSpec(Qt::UTC);
+    widget.setLocale(QLocale::c());
+    widget.setDateRange(firstDay.addDays(-1), lastDay);
     widget.setButtonSymbols(QAbstractSpinBox::NoButtons);
-    control.changed = [&control, &widget] {
+    control.changed = [&control, &widget, environment] {
         const QSignalBlocker noUserAct(widget);
-        const QDate day = qdateTime(control.date()).date();
-        if (widget.date() != day) {
-            widget.setDate(day);
-        }
+        showDay(control, widget, environment());
         widget.setEnabled(control.isEnabled());
     };
     QObject::connect(&widget, &QDateTimeEdit::dateChanged, &widget,
-                     [&control](const QDate& day) { control.userSetDate(onDay(day, control)); });
+                     [&control, environment](const QDate& day) { userSetDay(control, day, environment()); });
 }
 
-void bind(DateField& control, QCalendarWidget& widget) {
-    control.changed = [&control, &widget] {
+void bind(DateField& control, QCalendarWidget& widget, std::function<Environment()> environment) {
+    widget.setMaximumDate(lastDay);
+    control.changed = [&control, &widget, environment] {
         const QSignalBlocker noUserAct(widget);
-        widget.setSelectedDate(qdateTime(control.date()).date());
+        widget.setSelectedDate(dayOf(control, environment()));
         widget.setEnabled(control.isEnabled());
     };
     // Steps with the arrow keys count as picking: each shows at once in the field. A click on the day
     // already selected changes nothing, but is a pick all the same.
     QObject::connect(&widget, &QCalendarWidget::selectionChanged, &widget,
-                     [&control, &widget] { control.userSetDate(onDay(widget.selectedDate(), control)); });
-    QObject::connect(&widget, &QCalendarWidget::clicked, &widget, [&control](const QDate& day) {
-        if (qdateTime(control.date()).date() == day) {
-            control.userSetDate(onDay(day, control));
+                     [&control, &widget, environment] { userSetDay(control, widget.selectedDate(), environment()); });
+    QObject::connect(&widget, &QCalendarWidget::clicked, &widget, [&control, environment](const QDate& day) {
+        const Environment here = environment();
+        if (dayOf(control, here) == day) {
+            userSetDay(control, day, here);
         }
     });
 }

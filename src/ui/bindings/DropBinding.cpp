@@ -1,7 +1,7 @@
 #include "ui/bindings/DropBinding.h"
 
 #include "app/KPXAppDelegate.h"
-#include "ui/Conversions.h"
+#include "core/FileAddress.h"
 #include "ui/views/ReceiptView.h"
 
 #include <QDropEvent>
@@ -14,10 +14,8 @@ namespace {
 
 std::optional<std::filesystem::path> firstFile(const QMimeData& data) {
     const QList<QUrl> addresses = data.urls();
-    if (addresses.isEmpty() || !addresses.constFirst().isLocalFile()) {
-        return std::nullopt;
-    }
-    return utf8(addresses.constFirst().toLocalFile());
+    // As it was sent: a name whose escapes are no text would be lost in one.
+    return addresses.isEmpty() ? std::nullopt : fileOfAddress(addresses.constFirst().toEncoded().toStdString());
 }
 
 Qt::DropAction actionFor(Qt::DropActions possible) {

@@ -5,10 +5,14 @@
 #include "ui/views/ReceiptView.h"
 #include "ui/views/SheetDialog.h"
 
+#include <QFrame>
+#include <QLabel>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QTabWidget>
 
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace kpx {
@@ -20,6 +24,15 @@ void bind(TabView& control, QTabWidget& widget) {
     };
     QObject::connect(&widget, &QTabWidget::currentChanged, &widget,
                      [&control](int index) { control.selectTab(index); });
+}
+
+void bind(Bar& control, QFrame& widget) {
+    control.changed = [&control, &widget] {
+        auto* label = widget.findChild<QLabel*>();
+        label->setText(qstring(control.text()));
+        widget.setAccessibleName(label->text());
+        widget.setVisible(control.isOpen());
+    };
 }
 
 void bind(Sheet& control, SheetDialog& widget) {
@@ -67,18 +80,12 @@ void bind(Menu& control, QMenu& widget) {
 }
 
 void bind(KPXReceiptView& control, ReceiptView& widget) {
-    control.changed = [&control, &widget] {
-        switch (control.content()) {
-            case KPXReceiptView::Content::Image:
-                widget.showImage(qstring(control.file()));
-                break;
-            case KPXReceiptView::Content::PDF:
-                widget.showPdf(qstring(control.file()));
-                break;
-            case KPXReceiptView::Content::None:
-                widget.clear();
-                break;
+    control.changed = [&control, &widget, shown = std::optional<std::string>()]() mutable {
+        if (shown != control.file() || control.file().empty()) {
+            shown = control.file();
+            widget.showReceipt(control.file());
         }
+        widget.setMessage(qstring(control.message()));
     };
 }
 

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class QFrame;
 class QMenu;
 class QTabWidget;
 class QWidget;
@@ -16,6 +17,8 @@ class ReceiptView;
 class SheetDialog;
 
 void bind(TabView& control, QTabWidget& widget);
+/// The frame shows the bar's text in its first label.
+void bind(Bar& control, QFrame& widget);
 void bind(Sheet& control, SheetDialog& widget);
 /// `widgetForControl` finds the widget that it is to hang from.
 void bind(Popover& control, PopoverFrame& widget, std::function<QWidget*(const Control&)> widgetForControl);

@@ -1,14 +1,19 @@
 #include "ui/bindings/TableBinding.h"
 
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 #include "ui/views/CellText.h"
+#include "ui/views/FindField.h"
+#include "ui/views/GaugeDelegate.h"
 #include "ui/views/RecordTableModel.h"
 #include "ui/views/RecordTableView.h"
 
 #include <QHeaderView>
 #include <QMenu>
+#include <QShortcut>
 #include <QSignalBlocker>
 
+#include <memory>
 #include <utility>
 
 namespace kpx {
@@ -19,7 +24,7 @@ void setUsualWidths(const TableView& control, RecordTableView& widget) {
     const int character = widget.fontMetrics().averageCharWidth();
     std::vector<RecordTableView::ColumnWidth> widths;
     for (const TableView::Column& column : control.columns()) {
-        const int title = widget.fontMetrics().horizontalAdvance(qstring(column.title)) + 30;
+        const int title = widget.fontMetrics().horizontalAdvance(translated(column.title)) + 30;
         const int usual = usualCharacters(column.identifier) * character + 16;
         widths.push_back({qMax(title, usual), isTextColumn(column.identifier)});
     }
@@ -59,30 +64,60 @@ void showSortOrder(const TableView& control, RecordTableView& widget) {
 
 }  // namespace
 
+namespace {
+
+void addShortcut(QKeySequence::StandardKey key, RecordTableView& table, const std::function<void()>& act) {
+    // Wherever on its tab or sheet the focus is: each has one table.
+    auto* shortcut = new QShortcut(key, table.parentWidget());
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &table, act);
+}
+
+/// While text is typed, the search begins anew from the row that was selected when the field opened.
+void bindFind(TableView& control, RecordTableView& widget) {
+    auto* field = new FindField(&widget);
+    auto from = std::make_shared<int>(-1);
+    const auto goOn = [&control, field, from](bool forward) {
+        field->showFound(control.findAgain && control.findAgain(forward));
+        *from = control.selectedRow();
+    };
+    QObject::connect(field, &QLineEdit::textChanged, field, [&control, field, from](const QString& text) {
+        field->showFound(text.isEmpty() || (control.find && control.find(utf8(text), *from)));
+    });
+    QObject::connect(field, &FindField::goOn, field, goOn);
+    addShortcut(QKeySequence::Find, widget, [&control, field, from] {
+        *from = control.selectedRow();
+        field->open();
+    });
+    addShortcut(QKeySequence::FindNext, widget, [goOn] { goOn(true); });
+    addShortcut(QKeySequence::FindPrevious, widget, [goOn] { goOn(false); });
+}
+
+}  // namespace
+
 void bind(TableView& control, RecordTableView& widget, std::function<Environment()> environment) {
     auto* model = new RecordTableModel(control, std::move(environment), &widget);
     widget.setModel(model);
+    widget.setItemDelegate(new GaugeDelegate(&widget));
     setUsualWidths(control, widget);
     control.changed = [&control, &widget, model] {
         model->refresh();
         showSelection(control, widget);
         showSortOrder(control, widget);
+        widget.setStoredRow(control.markedRow());
         widget.setEnabled(control.isEnabled());
         widget.viewport()->update();
     };
+    bindFind(control, widget);
     QObject::connect(&widget, &RecordTableView::rowClicked, &widget,
                      [&control](int row) { control.userClickRow(row); });
     QObject::connect(&widget, &RecordTableView::rowDoubleClicked, &widget,
                      [&control](int row) { control.userDoubleClickRow(row); });
     QObject::connect(&widget, &RecordTableView::contextMenuWanted, &widget,
                      [&control, &widget](int row, const QPoint& position) {
-                         control.userRightClickRow(row);
+                         control.userClickRow(row);
                          const QString name = widget.property("contextMenu").toString();
                          if (auto* menu = name.isEmpty() ? nullptr : widget.window()->findChild<QMenu*>(name)) {
-                             widget.setMarkedRow(row);
-                             QObject::connect(
-                                 menu, &QMenu::aboutToHide, &widget, [&widget] { widget.setMarkedRow(-1); },
-                                 Qt::SingleShotConnection);
                              menu->popup(position);
                          }
                      });

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/TableView.h"
-#include "core/Environment.h"
+#include "region/Environment.h"
 
 #include <functional>
 

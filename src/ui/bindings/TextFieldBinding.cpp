@@ -1,10 +1,13 @@
 #include "ui/bindings/TextFieldBinding.h"
 
 #include "ui/Conversions.h"
+#include "ui/bindings/TypingFilter.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+
+#include <limits>
 
 namespace kpx {
 
@@ -29,9 +32,20 @@ void bind(TextField& control, QLineEdit& widget) {
         showText(widget, qstring(control.text()));
         widget.setEnabled(control.isEnabled());
     };
+    widget.setMaxLength(std::numeric_limits<int>::max());
     if (control.isEditable()) {
+        new TypingFilter(control, widget);
         QObject::connect(&widget, &QLineEdit::textEdited, &widget,
                          [&control](const QString& text) { control.userEdit(utf8(text)); });
+        // Assistive technology sets the text without typing it, mostly from elsewhere.
+        QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&control, &widget] {
+            if (const std::string text = utf8(widget.text()); text != control.text()) {
+                control.userEdit(text);
+                if (!widget.hasFocus()) {
+                    control.userEndEditing();
+                }
+            }
+        });
         QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&control] { control.userEndEditing(); });
     }
 }

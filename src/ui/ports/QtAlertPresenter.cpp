@@ -2,22 +2,44 @@
 
 #include "ui/views/AlertBox.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kpx {
 
+namespace {
+
+/// Of two messages. A question is never the same: each wants its own answer.
+bool saysTheSame(const Alert& left, const Alert& right) {
+    return left.buttons.size() == 1 && right.buttons.size() == 1 && left.messageText == right.messageText &&
+           left.informativeText == right.informativeText && left.buttons[0].title == right.buttons[0].title;
+}
+
+}  // namespace
+
 void QtAlertPresenter::beginSheet(const std::string& window, const Alert& alert,
                                   std::function<void(int returnCode)> completion, std::function<void()> help) {
     std::deque<Request>& requests = m_requests[window];
-    requests.push_back({alert, std::move(completion), std::move(help)});
+    const auto same =
+        std::ranges::find_if(requests, [&](const Request& request) { return saysTheSame(request.alert, alert); });
+    if (same != requests.end()) {
+        same->completions.push_back(std::move(completion));
+        if (same->box) {
+            same->box->setTimes(static_cast<int>(same->completions.size()));
+        }
+        return;
+    }
+    requests.push_back({alert, {std::move(completion)}, std::move(help), nullptr});
     if (requests.size() == 1) {
         showNext(window);
     }
 }
 
 void QtAlertPresenter::showNext(const std::string& window) {
-    const Request& request = m_requests[window].front();
+    Request& request = m_requests[window].front();
     auto* box = new AlertBox(request.alert, widgetForWindow ? widgetForWindow(window) : nullptr);
+    box->setTimes(static_cast<int>(request.completions.size()));
+    request.box = box;
     box->setAttribute(Qt::WA_DeleteOnClose);
     if (request.help) {
         QObject::connect(box, &AlertBox::helpWanted, box, request.help);
@@ -25,13 +47,15 @@ void QtAlertPresenter::showNext(const std::string& window) {
     QObject::connect(box, &QDialog::finished, box, [this, window, box] {
         const int returnCode = box->returnCode();
         std::deque<Request>& requests = m_requests[window];
-        const std::function<void(int)> completion = std::move(requests.front().completion);
+        const auto completions = std::move(requests.front().completions);
         requests.pop_front();
         // The next one waits for the completion, which may show or close windows; one that the completion
         // asks for comes after those already waiting.
         const bool othersWait = !requests.empty();
-        if (completion) {
-            completion(returnCode);
+        for (const std::function<void(int)>& completion : completions) {
+            if (completion) {
+                completion(returnCode);
+            }
         }
         if (othersWait) {
             showNext(window);

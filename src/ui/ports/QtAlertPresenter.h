@@ -6,13 +6,16 @@
 
 #include <deque>
 #include <map>
+#include <vector>
 
-class QMessageBox;
 class QWidget;
 
 namespace kpx {
 
-/// Alerts as message boxes, modal for the window or sheet they hang from.
+class AlertBox;
+
+/// Alerts as message boxes, modal for the window or sheet they hang from. While a message stands there, further
+/// ones of the same words are counted into it and answered with it; a question is asked each time.
 class QtAlertPresenter : public AlertPresenter {
 public:
     /// The widget of a window or sheet by name; null for none. Must be set before the first alert.
@@ -25,8 +28,11 @@ public:
 private:
     struct Request {
         Alert alert;
-        std::function<void(int returnCode)> completion;
+        /// One for each time that the alert was asked for.
+        std::vector<std::function<void(int returnCode)>> completions;
         std::function<void()> help;
+        /// Null until it shows.
+        QPointer<AlertBox> box;
     };
     void showNext(const std::string& window);
 

@@ -12,6 +12,6 @@ std::filesystem::path QtBundle::resources() {
     return utf8(QDir::cleanPath(programs.filePath(QStringLiteral("../share/velmora"))));
 }
 
-std::string QtBundle::shortVersionString() { return "1.0"; }
+std::string QtBundle::shortVersionString() { return KPX_VERSION; }
 
 }  // namespace kpx

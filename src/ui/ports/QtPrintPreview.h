@@ -3,16 +3,19 @@
 #include "app/Ports.h"
 
 #include <QPointer>
+#include <QTimer>
 
+#include <functional>
 #include <vector>
 
 namespace kpx {
 
 class PreviewWindow;
 
-/// Opens each document in a preview window of its own; the windows delete themselves when closed.
+/// Opens documents in preview windows, those of one action as tabs of one; the windows delete themselves when closed.
 class QtPrintPreview : public PrintPreview {
 public:
+    QtPrintPreview();
     ~QtPrintPreview() override;
 
     void open(Document document) override;
@@ -20,9 +23,19 @@ public:
 
     /// Those still open, in the order in which they were opened.
     std::vector<PreviewWindow*> windows() const;
+    /// Closes those whose documents are all saved or printed.
+    void closeKept();
+
+    /// Called when a window was closed and no other is open.
+    std::function<void()> lastClosed;
 
 private:
+    PreviewWindow& windowOfThisAction();
+
     std::vector<QPointer<PreviewWindow>> m_windows;
+    /// The window that further documents of the running action go to.
+    QPointer<PreviewWindow> m_filling;
+    QTimer m_endOfAction;
 };
 
 }  // namespace kpx

@@ -2,10 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusVariant>
-#include <QTimeZone>
 #include <QVariant>
-
-#include <cstdlib>
 
 namespace kpx {
 
@@ -49,19 +46,9 @@ std::optional<uint> readColorScheme() {
     return std::nullopt;
 }
 
-std::string firstSet(std::initializer_list<const char*> variables) {
-    for (const char* variable : variables) {
-        const char* value = std::getenv(variable);
-        if (value && *value) {
-            return value;
-        }
-    }
-    return {};
-}
-
 }  // namespace
 
-QtSystemInformation::QtSystemInformation() : m_dark(readColorScheme() == preferDark) {
+QtSystemInformation::QtSystemInformation() : m_dark(readColorScheme() == preferDark), m_region(variableOfProcess) {
     QDBusConnection::sessionBus().connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                                           SLOT(settingChanged(QDBusMessage)));
 }
@@ -72,16 +59,7 @@ SystemInformation::Version QtSystemInformation::systemVersion() {
     return {11, 0};
 }
 
-Region QtSystemInformation::region() {
-    const std::string locale = firstSet({"LC_ALL", "LC_TIME", "LC_MONETARY", "LANG"});
-    const std::string zone = QTimeZone::systemTimeZoneId().toStdString();
-    const std::string both = locale + '\n' + zone;
-    // Its calendars and formatters take long to make; they are kept until something changes.
-    if (!m_region || m_region->first != both) {
-        m_region.emplace(both, Region(locale, zone));
-    }
-    return m_region->second;
-}
+Region QtSystemInformation::region() { return m_region.region(); }
 
 std::string QtSystemInformation::appearanceStyle() { return m_dark ? "Dark" : ""; }
 

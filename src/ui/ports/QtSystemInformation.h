@@ -5,9 +5,7 @@
 #include <QDBusMessage>
 #include <QObject>
 
-#include <optional>
 #include <string>
-#include <utility>
 
 namespace kpx {
 
@@ -35,7 +33,7 @@ private:
     void setDark(bool dark);
 
     bool m_dark = false;
-    std::optional<std::pair<std::string, Region>> m_region;
+    CurrentRegion m_region;
 };
 
 }  // namespace kpx

@@ -37,10 +37,13 @@ void QtWindowPresenter::makeMainWindowKeyAndFront(bool evenIfAnotherIsActive) {
     if (!m_window) {
         return;
     }
+    const bool wasClosed = !m_window->isVisible();
     m_window->show();
     m_window->raise();
     const bool anotherIsActive = QApplication::applicationState() != Qt::ApplicationActive;
-    if (QApplication::activeWindow() == nullptr && (evenIfAnotherIsActive || !anotherIsActive)) {
+    // While it is closed a preview of ours may be active, and would stay it.
+    const bool noneIsActive = QApplication::activeWindow() == nullptr || wasClosed;
+    if (noneIsActive && (evenIfAnotherIsActive || !anotherIsActive)) {
         m_window->activateWindow();
     }
     if (m_splash) {

@@ -28,11 +28,6 @@ constexpr int fieldHeight = 30;
 /// One height for all that stands in a line of a form, whatever the font.
 int heightOfField(const QStyleOption* option) { return qMax(option->fontMetrics.height() + 14, fieldHeight); }
 
-bool isCellEditor(const QWidget* widget) {
-    const QWidget* viewport = widget ? widget->parentWidget() : nullptr;
-    return viewport && qobject_cast<const QAbstractItemView*>(viewport->parentWidget());
-}
-
 }  // namespace
 
 CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -42,6 +37,10 @@ void CalmStyle::polish(QWidget* widget) {
     if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) || qobject_cast<QTabBar*>(widget) ||
         qobject_cast<QAbstractSpinBox*>(widget)) {
         widget->setAttribute(Qt::WA_Hover);
+    }
+    if (auto* toolTip = qobject_cast<QLabel*>(widget); toolTip && toolTip->inherits("QTipLabel")) {
+        // They show what people typed: a name is a text, whatever it looks like, and never fetches a picture.
+        toolTip->setTextFormat(Qt::PlainText);
     }
     if (qobject_cast<QLabel*>(widget) && widget->property("hint").toBool()) {
         widget->setForegroundRole(QPalette::PlaceholderText);
@@ -73,8 +72,6 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             if (frame && frame->lineWidth > 0) {
                 drawField(option, painter, isOn(option, State_HasFocus), isOn(option, State_ReadOnly));
-            } else if (isCellEditor(widget)) {
-                drawSquareField(option, painter);
             }
             return;
         }
@@ -146,8 +143,10 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
             painter->fillRect(option->rect, option->palette.color(QPalette::Window));
             painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
                               option->palette.color(QPalette::Midlight));
-            painter->fillRect(QRect(option->rect.right(), option->rect.top() + 7, 1, option->rect.height() - 14),
-                              option->palette.color(QPalette::Midlight));
+            painter->fillRect(
+                visualRect(option->direction, option->rect,
+                           QRect(option->rect.right(), option->rect.top() + 7, 1, option->rect.height() - 14)),
+                option->palette.color(QPalette::Midlight));
             return;
         case CE_HeaderEmptyArea:
             painter->fillRect(option->rect, option->palette.color(QPalette::Window));
@@ -342,10 +341,6 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, 
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element == SE_LineEditContents && frame && frame->lineWidth > 0) {
-        return rect.adjusted(4, 0, -4, 0);
-    }
-    if (element == SE_LineEditContents && isCellEditor(widget)) {
-        // The text stays where the cell showed it.
         return rect.adjusted(4, 0, -4, 0);
     }
     if (element == SE_LineEditContents && frame && isOn(option, State_ReadOnly)) {

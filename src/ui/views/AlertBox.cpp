@@ -3,8 +3,13 @@
 #include "ui/Conversions.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -14,6 +19,8 @@ namespace {
 
 constexpr int comfortableWidth = 420;
 constexpr int widestWidth = 760;
+/// What a window manager puts around a window, and a little air.
+constexpr int roomForFrame = 64;
 
 /// The text with places, which are not seen, where a name without blanks may break. Lines break between words
 /// only, and the rest of such a name would lie outside the box.
@@ -57,8 +64,9 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
     setWindowTitle(QStringLiteral("Velmora"));
     setIcon(iconFor(alert.style));
     setTextFormat(Qt::PlainText);
-    setText(lines(alert.messageText));
-    setInformativeText(lines(alert.informativeText));
+    setText(lines(alert.shownMessage.empty() ? alert.messageText : alert.shownMessage));
+    m_informativeText = lines(alert.informativeText);
+    setInformativeText(m_informativeText);
     if (auto* message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
         QFont bold = message->font();
         bold.setBold(true);
@@ -73,7 +81,7 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
             body->setWordWrap(false);
             const int widthOfLines = body->sizeHint().width();
             body->setWordWrap(true);
-            body->setMinimumWidth(qMin(widthOfLines, widestWidth));
+            body->setMinimumWidth(qMin(widthOfLines, qMin(widestWidth, screen()->availableGeometry().width() / 2)));
         }
     }
     addButtons(alert);
@@ -113,6 +121,79 @@ void AlertBox::addButtons(const Alert& alert) {
         help->disconnect(SIGNAL(clicked(bool)));
         connect(help, &QPushButton::clicked, this, &AlertBox::helpWanted);
     }
+}
+
+void AlertBox::showEvent(QShowEvent* event) {
+    QMessageBox::showEvent(event);
+    const int most = screen()->availableGeometry().height() - roomForFrame;
+    if (height() > most && !m_scroll) {
+        scrollTexts(most);
+    }
+}
+
+void AlertBox::scrollTexts(int most) {
+    auto* grid = qobject_cast<QGridLayout*>(layout());
+    auto* message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* body = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+    if (!grid || !message) {
+        return;
+    }
+    int row = 0, column = 0, rows = 1, columns = 1;
+    grid->getItemPosition(grid->indexOf(message), &row, &column, &rows, &columns);
+    auto* texts = new QWidget;
+    auto* lines = new QVBoxLayout(texts);
+    lines->setContentsMargins(0, 0, 0, 0);
+    int textHeight = 0;
+    int textWidth = comfortableWidth;
+    for (QLabel* label : {message, body}) {
+        if (label) {
+            textHeight += label->height() + lines->spacing();
+            textWidth = qMax(textWidth, label->width());
+            label->setWordWrap(true);
+            lines->addWidget(label);
+        }
+    }
+    // The box has a fixed size, and so have its texts.
+    texts->setFixedSize(textWidth, lines->totalHeightForWidth(textWidth));
+    m_scroll = new QScrollArea(this);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_scroll->setWidget(texts);
+    const int bar = m_scroll->verticalScrollBar()->sizeHint().width();
+    constexpr int fewLines = 60;
+    m_scroll->setFixedHeight(qMax(fewLines, most - (height() - textHeight)));
+    m_scroll->setMinimumWidth(textWidth + bar);
+    grid->addWidget(m_scroll, row, column, body ? 2 : 1, columns);
+}
+
+void AlertBox::keyPressEvent(QKeyEvent* event) {
+    // The buttons have the focus, and the text is to be read.
+    if (m_scroll && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
+        m_scroll->verticalScrollBar()->triggerAction(
+            event->key() == Qt::Key_PageUp ? QAbstractSlider::SliderPageStepSub : QAbstractSlider::SliderPageStepAdd);
+        return;
+    }
+    QMessageBox::keyPressEvent(event);
+}
+
+void AlertBox::setTimes(int times) {
+    m_times = times;
+    if (m_times == m_shownTimes) {
+        return;
+    }
+    // A report may ask a thousand times in one go; the text is laid out once it has.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_times != m_shownTimes) {
+                m_shownTimes = m_times;
+                setInformativeText(
+                    (m_informativeText + QLatin1Char(' ') + tr("(%1 times)").arg(QLocale().toString(m_times)))
+                        .trimmed());
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 int AlertBox::returnCode() const {

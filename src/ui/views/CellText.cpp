@@ -1,10 +1,14 @@
 #include "ui/views/CellText.h"
 
-#include "core/DateUtilities.h"
-#include "core/Numbers.h"
+#include "core/CellText.h"
+#include "core/StoredWords.h"
+#include "region/DateUtilities.h"
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 
 #include <QCoreApplication>
+#include <QLocale>
+#include <QTime>
 
 #include <algorithm>
 #include <array>
@@ -14,11 +18,13 @@ namespace kpx {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> numberColumns = {"dayssupply", "refills",    "remainingrefills",
-                                                           "cost",       "takenumber", "everinterval"};
-constexpr std::array<std::string_view, 5> dateColumns = {"dispensedate", "expiredate", "lastdate", "nextdate",
-                                                         "expiredateTabTwo"};
-constexpr std::array<std::string_view, 4> longColumns = {"scriptnote", "Drugdesc", "patientaddress", "provnotes"};
+constexpr std::array<std::string_view, 11> numberColumns = {
+    "dayssupply", "refills", "remainingrefills", "cost",       "takenumber", "everinterval", "fills",
+    "patients",   "drugs",   "pharmacies",       "prescribers"};
+constexpr std::array<std::string_view, 6> dateColumns = {"dispensedate", "expiredate",       "lastdate",
+                                                         "nextdate",     "expiredateTabTwo", "when"};
+constexpr std::array<std::string_view, 5> longColumns = {"scriptnote", "Drugdesc", "patientaddress", "provnotes",
+                                                         "difference"};
 constexpr std::array<std::string_view, 3> shortColumns = {"patientcity", "patientstate", "patientpostal"};
 
 template <std::size_t size>
@@ -26,28 +32,20 @@ bool contains(const std::array<std::string_view, size>& columns, const std::stri
     return std::ranges::find(columns, column) != columns.end();
 }
 
+QString timeOfDay(Date date, const Environment& environment) {
+    const QTime time = QTime::fromString(qstring(componentOfDate(date, "HH:mm", environment)), QStringLiteral("HH:mm"));
+    return QLocale().toString(time, QLocale::ShortFormat);
+}
+
 }  // namespace
 
 QString cellText(const std::string& column, const Value& value, const Environment& environment) {
-    if (const Text* text = value.as<Text>()) {
-        return qstring(text->view());
+    if (const Text* text = value.as<Text>(); text && isStoredWord(column, text->view())) {
+        return translated(text->view());
     }
-    if (const Date* date = value.as<Date>()) {
-        return qstring(shortStyleFromDate(*date, environment));
-    }
-    if (const double* number = value.as<double>()) {
-        return column == "cost" ? qstring(copyFormatStringForTextField(*number, "###,###,###.00", environment))
-                                : QString::number(*number);
-    }
-    if (const std::int64_t* number = value.as<std::int64_t>()) {
-        return column == "cost"
-                   ? qstring(copyFormatStringForTextField(static_cast<double>(*number), "###,###,###.00", environment))
-                   : QString::number(*number);
-    }
-    if (const std::uint64_t* number = value.as<std::uint64_t>()) {
-        return QString::number(*number);
-    }
-    return {};
+    const QString shown = qstring(shownText(column, value, environment, {}));
+    const Date* date = column == "when" ? value.as<Date>() : nullptr;
+    return date ? shown + QStringLiteral("  ") + timeOfDay(*date, environment) : shown;
 }
 
 Qt::Alignment cellAlignment(const std::string& column) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/Record.h"
+#include "region/Environment.h"
+#include "values/Record.h"
 
 #include <QString>
 

@@ -4,7 +4,8 @@
 
 namespace kpx {
 
-/// A small button that lights up under the mouse and shows a pointing hand while it is enabled.
+/// A small button that lights up under the mouse, while the program is the active one, and shows a pointing hand while
+/// it is enabled.
 class DWKButtonHover : public QToolButton {
     Q_OBJECT
 
@@ -13,9 +14,19 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void initStyleOption(QStyleOptionToolButton* option) const override;
 
 private:
+    /// Asks for the mouse's coming and going over the whole button.
+    void updateTrackingAreas();
+    void mouseEntered();
+    void mouseExited();
     void cursorUpdate();
+
+    bool m_highlighted = false;
 };
 
 }  // namespace kpx

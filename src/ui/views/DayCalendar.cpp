@@ -36,6 +36,20 @@ DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     setDateEditEnabled(false);
     setMinimumSize(272, 236);
     takeColors();
+    writeYearInLatinDigits();
+}
+
+void DayCalendar::writeYearInLatinDigits() {
+    if (auto* edit = findChild<QWidget*>(QStringLiteral("qt_calendar_yearedit"))) {
+        edit->setLocale(QLocale::c());
+    }
+    auto* button = findChild<QToolButton*>(QStringLiteral("qt_calendar_yearbutton"));
+    if (!button) {
+        return;
+    }
+    const auto writeYear = [button](int year) { button->setText(QString::number(year)); };
+    connect(this, &QCalendarWidget::currentPageChanged, button, writeYear);
+    writeYear(yearShown());
 }
 
 void DayCalendar::changeEvent(QEvent* event) {

@@ -17,6 +17,8 @@ protected:
 
 private:
     void takeColors();
+    /// As everything else here and in the fields, whatever digits the region's own texts have.
+    void writeYearInLatinDigits();
 };
 
 }  // namespace kpx

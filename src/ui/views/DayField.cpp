@@ -1,5 +1,9 @@
 #include "ui/views/DayField.h"
 
+#include "ui/Conversions.h"
+#include "values/Unicode.h"
+
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
@@ -34,14 +38,44 @@ void DayField::readText() {
     }
 }
 
-void DayField::keyPressEvent(QKeyEvent* event) {
+void DayField::keyPressEvent(QKeyEvent* typed) {
+    // A digit of any script is the Latin one it stands for.
+    const QString text = qstring(withLatinDigits(utf8(typed->text())));
+    QKeyEvent latin(typed->type(), text == typed->text() ? typed->key() : text.at(0).unicode(), typed->modifiers(),
+                    text, typed->isAutoRepeat());
+    typeKey(&latin);
+    typed->setAccepted(latin.isAccepted());
+}
+
+void DayField::inputMethodEvent(QInputMethodEvent* event) {
+    const QString text = qstring(withLatinDigits(utf8(event->commitString())));
+    if (text == event->commitString()) {
+        QDateTimeEdit::inputMethodEvent(event);
+        return;
+    }
+    for (const QChar digit : text) {
+        QKeyEvent key(QEvent::KeyPress, digit.unicode(), Qt::NoModifier, digit);
+        typeKey(&key);
+    }
+}
+
+void DayField::typeKey(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) && event->modifiers() == Qt::NoModifier) {
+        const int part = currentSectionIndex() + (event->key() == Qt::Key_Left ? -1 : 1);
+        setSelectedSection(sectionAt(qBound(0, part, sectionCount() - 1)));
+        return;
+    }
     const bool isDigit = event->text().size() == 1 && event->text().at(0).isDigit();
     if (isDigit && lineEdit()->selectedText() == text()) {
         // In place of all of it a digit would be no date, and be refused: the date starts anew at its first part.
         setSelectedSection(sectionAt(0));
     }
-    if (m_wentOn && isSeparator(event->text())) {
-        // It would skip the part that the cursor has just reached.
+    if (isSeparator(event->text())) {
+        // By itself it would leave the field, as Tab does. Where the part before it was full, the cursor is there
+        // already.
+        if (!m_wentOn) {
+            setSelectedSection(sectionAt(qMin(currentSectionIndex() + 1, sectionCount() - 1)));
+        }
         m_wentOn = false;
         return;
     }
@@ -52,6 +86,8 @@ void DayField::keyPressEvent(QKeyEvent* event) {
     QDateTimeEdit::keyPressEvent(event);
     m_wentOn = isDigit && currentSectionIndex() != section;
 }
+
+bool DayField::focusNextPrevChild(bool next) { return QWidget::focusNextPrevChild(next); }
 
 void DayField::focusOutEvent(QFocusEvent* event) {
     m_wentOn = false;

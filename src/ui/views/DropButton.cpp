@@ -2,6 +2,8 @@
 
 #include "ui/views/DropRing.h"
 
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
@@ -38,13 +40,25 @@ void DropButton::setDragInside(bool inside) {
     update();
 }
 
+void DropButton::setProblem(Problem problem, const QString& words) {
+    m_problem = problem;
+    m_words = words;
+    update();
+}
+
+void DropButton::contextMenuEvent(QContextMenuEvent* event) {
+    Q_EMIT contextMenuWanted(event->reason() == QContextMenuEvent::Mouse ? event->globalPos()
+                                                                         : mapToGlobal(rect().center()));
+}
+
 QSize DropButton::sizeHint() const { return {136, 136}; }
 
 void DropButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const bool lit = isEnabled() && (underMouse() || hasFocus());
+    const bool hovered = underMouse() && QGuiApplication::applicationState() == Qt::ApplicationActive;
+    const bool lit = isEnabled() && (hovered || hasFocus());
     const QRectF frame = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
     QPen pen(lit ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid), lit ? 1.5 : 1);
     pen.setStyle(m_picture.isNull() && !m_expectsPicture ? Qt::DashLine : Qt::SolidLine);
@@ -53,9 +67,9 @@ void DropButton::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(frame, 6, 6);
 
     const QRect area = rect().adjusted(inset, inset, -inset, -inset);
-    if (m_picture.isNull()) {
-        if (!m_expectsPicture) {
-            drawInvitation(painter, area);
+    if (m_picture.isNull() || m_problem != Problem::None) {
+        if (!m_expectsPicture || m_problem != Problem::None) {
+            drawPaper(painter, area);
         }
     } else {
         QRect target(QPoint(), m_picture.size().scaled(area.size(), Qt::KeepAspectRatio));
@@ -67,7 +81,7 @@ void DropButton::paintEvent(QPaintEvent*) {
     }
 }
 
-void DropButton::drawInvitation(QPainter& painter, const QRect& area) {
+void DropButton::drawPaper(QPainter& painter, const QRect& area) {
     const QColor ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText);
     // The outline of a till receipt: a sheet with a torn lower edge and three lines.
     const QRectF sheet(area.center().x() - 13, area.center().y() - 40, 26, 34);
@@ -80,14 +94,32 @@ void DropButton::drawInvitation(QPainter& painter, const QRect& area) {
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(ink, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolygon(outline);
-    for (int line = 0; line < 3; ++line) {
-        const double y = sheet.top() + 9 + 6 * line;
-        painter.drawLine(QPointF(sheet.left() + 6, y), QPointF(sheet.right() - (line == 2 ? 12 : 6), y));
-    }
-    painter.setPen(ink);
+    drawMark(painter, sheet);
+    painter.setPen(m_problem == Problem::None ? ink : palette().color(QPalette::Text));
     const QRect below(area.left(), qRound(sheet.bottom()) + 8, area.width(),
                       area.bottom() - qRound(sheet.bottom()) - 8);
-    painter.drawText(below, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, text());
+    painter.drawText(
+        below, Qt::AlignHCenter | Qt::AlignTop | (m_problem == Problem::None ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
+        m_problem == Problem::None ? text() : m_words);
+}
+
+void DropButton::drawMark(QPainter& painter, const QRectF& sheet) const {
+    const QRectF mark(sheet.left() + 8, sheet.top() + 8, 10, 14);
+    switch (m_problem) {
+        case Problem::None:
+            for (int line = 0; line < 3; ++line) {
+                const double y = sheet.top() + 9 + 6 * line;
+                painter.drawLine(QPointF(sheet.left() + 6, y), QPointF(sheet.right() - (line == 2 ? 12 : 6), y));
+            }
+            return;
+        case Problem::CannotBeShown:
+            painter.drawLine(mark.topLeft(), mark.bottomRight());
+            painter.drawLine(mark.topRight(), mark.bottomLeft());
+            return;
+        case Problem::NotFound:
+            painter.drawText(sheet, Qt::AlignCenter, QStringLiteral("?"));
+            return;
+    }
 }
 
 }  // namespace kpx

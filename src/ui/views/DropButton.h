@@ -16,16 +16,30 @@ public:
     /// A picture is being read: neither the one before nor the invitation is right any more.
     void expectPicture();
     const QImage& picture() const { return m_picture; }
+    /// Something stands in the way of the receipt's picture: its words then take the picture's place. `problem` is
+    /// what the small sheet of paper bears.
+    enum class Problem { None, CannotBeShown, NotFound };
+    void setProblem(Problem problem, const QString& words);
+
     /// An acceptable drag hovers over it; drawn as a ring inside its edge.
     void setDragInside(bool inside);
 
     QSize sizeHint() const override;
 
+Q_SIGNALS:
+    void contextMenuWanted(const QPoint& globalPosition);
+
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void drawInvitation(QPainter& painter, const QRect& area);
+    /// A sheet of paper and words below it: the invitation, or what is wrong.
+    void drawPaper(QPainter& painter, const QRect& area);
+    void drawMark(QPainter& painter, const QRectF& sheet) const;
+
+    Problem m_problem = Problem::None;
+    QString m_words;
 
     QImage m_picture;
     bool m_expectsPicture = false;

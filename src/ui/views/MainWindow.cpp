@@ -1,24 +1,29 @@
 #include "ui/views/MainWindow.h"
 
 #include "ui/views/DayCalendar.h"
+#include "ui/views/FoldingForm.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
 #include "ui/views/SheetDialog.h"
 #include "ui_CostTab.h"
 #include "ui_DrugSheet.h"
+#include "ui_EarlierStatesSheet.h"
 #include "ui_FilterSheet.h"
 #include "ui_HistoryTab.h"
 #include "ui_MainWindow.h"
 #include "ui_PatientSheet.h"
 #include "ui_PharmacySheet.h"
 #include "ui_PrescriberSheet.h"
+#include "ui_RemindersSheet.h"
 #include "ui_ReportTab.h"
 #include "ui_ScheduleTab.h"
 
 #include <QCloseEvent>
 #include <QMenu>
+#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kpx {
@@ -47,13 +52,17 @@ MainWindow::MainWindow() {
     addTabs();
     addSheets();
     addPopovers();
+    new FoldingForm(*findChild<QWidget*>(QStringLiteral("entryCard")),
+                    *findChild<QToolButton*>(QStringLiteral("foldFormBtn")));
     findChild<QWidget*>(QStringLiteral("patientPopTab1"))->setFocus();
-    auto* menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("contextMenuTab2"));
+    for (const char* name : {"contextMenuTab1", "contextMenuTab2", "contextMenuReceipt"}) {
+        auto* menu = new QMenu(this);
+        menu->setObjectName(QLatin1String(name));
+    }
     auto* quit = findChild<QAction*>(QStringLiteral("quitMenuItem"));
     // From the previews of reports, too.
     quit->setShortcutContext(Qt::ApplicationShortcut);
-    connect(quit, &QAction::triggered, this, &QWidget::close);
+    connect(quit, &QAction::triggered, this, &MainWindow::quitWanted);
 }
 
 void MainWindow::addTabs() {
@@ -77,6 +86,8 @@ void MainWindow::addSheets() {
     addSheet<Ui::PatientSheet>(*this);
     addSheet<Ui::PharmacySheet>(*this);
     addSheet<Ui::PrescriberSheet>(*this);
+    addSheet<Ui::RemindersSheet>(*this);
+    addSheet<Ui::EarlierStatesSheet>(*this);
 }
 
 void MainWindow::addPopovers() {
@@ -88,6 +99,8 @@ void MainWindow::addPopovers() {
     auto* datesLayout = new QVBoxLayout(dates);
     datesLayout->setContentsMargins(8, 8, 8, 8);
     datesLayout->addWidget(calendar);
+    // Return, or a double click: the day is picked, and there is nothing more to do.
+    connect(calendar, &QCalendarWidget::activated, dates, &QWidget::hide);
 
     auto* receipt = new PopoverFrame(this, PopoverFrame::Closing::ActInThisProgram);
     receipt->setObjectName(QStringLiteral("receiptPopover"));
@@ -97,6 +110,10 @@ void MainWindow::addPopovers() {
     auto* receiptLayout = new QVBoxLayout(receipt);
     receiptLayout->setContentsMargins(8, 8, 8, 8);
     receiptLayout->addWidget(view);
+    auto* find = new QPushButton(tr("&Find It…"), receipt);
+    find->setObjectName(QStringLiteral("findReceiptBtn"));
+    find->setProperty("hiddenWhileDisabled", true);
+    receiptLayout->addWidget(find);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

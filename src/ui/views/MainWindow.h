@@ -17,7 +17,10 @@ public:
 Q_SIGNALS:
     /// Once, after the window has been drawn for the first time.
     void firstPainted();
+    /// The window was closed; the program may go on without it.
     void closed();
+    /// The program is to end.
+    void quitWanted();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

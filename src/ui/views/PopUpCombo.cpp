@@ -2,7 +2,9 @@
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QHelpEvent>
+#include <QHoverEvent>
 #include <QKeyEvent>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -29,6 +31,13 @@ void PopUpCombo::showPopup() {
 }
 
 bool PopUpCombo::event(QEvent* event) {
+    if (event->type() == QEvent::Polish && accessibleDescription().isEmpty()) {
+        // For assistive technology its name is what it stands on; this tells what it is for.
+        setAccessibleDescription(accessibleName());
+    }
+    if (event->type() == QEvent::WindowActivate) {
+        forgetMouse();
+    }
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isTextElided()) {
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), currentText(), this);
         return true;
@@ -61,6 +70,16 @@ void PopUpCombo::keyPressEvent(QKeyEvent* event) {
 }
 
 void PopUpCombo::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+void PopUpCombo::forgetMouse() {
+    // The pointer may have left while a sheet lay over the window, and nobody told.
+    if (!rect().contains(mapFromGlobal(QCursor::pos()))) {
+        setAttribute(Qt::WA_UnderMouse, false);
+        QHoverEvent left(QEvent::HoverLeave, QPointF(-1, -1), QPointF(-1, -1), QPointF(-1, -1));
+        QCoreApplication::sendEvent(this, &left);
+        update();
+    }
+}
 
 bool PopUpCombo::isTextElided() const {
     QStyleOptionComboBox option;

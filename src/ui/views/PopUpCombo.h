@@ -21,6 +21,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void forgetMouse();
     bool isTextElided() const;
 };
 

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "decoding/DecodingRequest.h"
+
 #include <QImage>
 #include <QWidget>
 
-class QPdfDocument;
-class QPdfView;
+#include <string>
 
 namespace kpx {
 
 class ReceiptLoader;
+class ReceiptPages;
+class ReceiptWatch;
+struct DocumentOutline;
 
 /// The receipt at full size in its popover: a picture, or all pages of a document one below the other, as
 /// wide as the view. Holds one display at most; a file that cannot be read leaves it empty. The file is
@@ -20,9 +24,12 @@ public:
     explicit ReceiptView(QWidget* parent = nullptr);
     ~ReceiptView() override;
 
-    void showImage(const QString& file);
-    void showPdf(const QString& file);
-    void clear();
+    /// Shows the file of that full path, in any bytes; none for an empty one.
+    void showReceipt(const std::string& file);
+    void clear() { showReceipt({}); }
+
+    /// Why nothing is displayed although there is a receipt; empty for none of that.
+    void setMessage(const QString& message);
 
     /// An acceptable drag hovers over it.
     void setDragInside(bool inside);
@@ -30,7 +37,9 @@ public:
     /// The picture on display; null while there is none.
     const QImage& image() const { return m_image; }
     /// The pages on display; null while there are none.
-    QPdfView* pages() const { return m_pages; }
+    ReceiptPages* pages() const { return m_pages; }
+    /// What came of the file; Shown while nothing is known to the contrary.
+    DecodingResult result() const { return m_result; }
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -38,19 +47,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    enum class Kind { None, Image, Pdf };
-    void display(Kind kind, const QString& file);
+    void takeDown();
     void build();
-    void buildPages();
+    void load(int firstPage, int pageCount);
+    void buildPages(const DocumentOutline& outline);
+    void pageCame(int index, const QImage& picture);
+    void finished(DecodingResult result);
 
-    Kind m_kind = Kind::None;
-    QString m_file;
+    std::string m_file;
+    QString m_message;
     bool m_built = false;
     bool m_dragInside = false;
+    DecodingResult m_result = DecodingResult::Shown;
     QImage m_image;
     ReceiptLoader* m_loader;
-    QPdfDocument* m_document = nullptr;
-    QPdfView* m_pages = nullptr;
+    ReceiptWatch* m_watch;
+    ReceiptPages* m_pages = nullptr;
 };
 
 }  // namespace kpx

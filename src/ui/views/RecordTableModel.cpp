@@ -1,8 +1,10 @@
 #include "ui/views/RecordTableModel.h"
 
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 #include "ui/style/Colors.h"
 #include "ui/views/CellText.h"
+#include "ui/views/GaugeDelegate.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -55,10 +57,21 @@ bool RecordTableModel::isRed(const QModelIndex& index) const {
     return m_table.dataSource && m_table.dataSource->willDisplayCell(m_table, column(index).identifier, index.row());
 }
 
+std::optional<CellGauge> RecordTableModel::gauge(const QModelIndex& index) const {
+    return m_table.dataSource ? m_table.dataSource->gaugeOfCell(m_table, column(index).identifier, index.row())
+                              : std::nullopt;
+}
+
+QString RecordTableModel::toolTip(const QModelIndex& index) const {
+    const QString cell =
+        isRed(index) ? redCellMeaning(column(index).identifier) + QStringLiteral(": ") + text(index) : text(index);
+    const auto shown = gauge(index);
+    return shown ? cell + QStringLiteral("\n") + qstring(shown->text) : cell;
+}
+
 QVariant RecordTableModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::EditRole:
             return text(index);
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(cellAlignment(column(index).identifier));
@@ -68,8 +81,17 @@ QVariant RecordTableModel::data(const QModelIndex& index, int role) const {
             return isRed(index) ? text(index) + QStringLiteral(", ") + redCellMeaning(column(index).identifier)
                                 : text(index);
         case Qt::ToolTipRole:
-            return isRed(index) ? redCellMeaning(column(index).identifier) + QStringLiteral(": ") + text(index)
-                                : text(index);
+            return toolTip(index);
+        case Qt::AccessibleDescriptionRole:
+            if (const auto shown = gauge(index)) {
+                return qstring(shown->text);
+            }
+            return {};
+        case gaugeRole:
+            if (const auto shown = gauge(index)) {
+                return shown->left > 0 ? static_cast<double>(shown->left) / static_cast<double>(shown->whole) : 0.0;
+            }
+            return {};
         default:
             return {};
     }
@@ -81,22 +103,9 @@ QVariant RecordTableModel::headerData(int section, Qt::Orientation orientation, 
     }
     const TableView::Column& described = m_table.columns()[static_cast<std::size_t>(section)];
     if (role == Qt::DisplayRole) {
-        return qstring(described.title);
+        return translated(described.title);
     }
     return role == Qt::TextAlignmentRole ? QVariant::fromValue(cellAlignment(described.identifier)) : QVariant();
-}
-
-Qt::ItemFlags RecordTableModel::flags(const QModelIndex& index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() && column(index).editable ? flags | Qt::ItemIsEditable : flags;
-}
-
-bool RecordTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (role != Qt::EditRole || !index.isValid()) {
-        return false;
-    }
-    m_table.userEdit(index.row(), column(index).identifier, Value(utf8(value.toString())));
-    return true;
 }
 
 void RecordTableModel::sort(int sortedColumn, Qt::SortOrder order) {

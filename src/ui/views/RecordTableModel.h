@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/TableView.h"
-#include "core/Environment.h"
+#include "region/Environment.h"
 
 #include <QAbstractTableModel>
 
@@ -24,14 +24,14 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     void sort(int column, Qt::SortOrder order) override;
 
 private:
     const TableView::Column& column(const QModelIndex& index) const;
     QString text(const QModelIndex& index) const;
     bool isRed(const QModelIndex& index) const;
+    std::optional<CellGauge> gauge(const QModelIndex& index) const;
+    QString toolTip(const QModelIndex& index) const;
 
     TableView& m_table;
     std::function<Environment()> m_environment;

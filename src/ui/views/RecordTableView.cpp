@@ -15,7 +15,7 @@ namespace kpx {
 RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setEditTriggers(EditKeyPressed);
+    setEditTriggers(NoEditTriggers);
     setShowGrid(false);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -42,8 +42,14 @@ void RecordTableView::setModel(QAbstractItemModel* model) {
     setSortingEnabled(true);
 }
 
-void RecordTableView::setMarkedRow(int row) {
-    m_markedRow = row;
+void RecordTableView::setStoredRow(int row) {
+    if (m_storedRow == row) {
+        return;
+    }
+    m_storedRow = row;
+    if (row >= 0) {
+        scrollTo(model()->index(row, 0));
+    }
     viewport()->update();
 }
 
@@ -73,6 +79,28 @@ void RecordTableView::fitColumns() {
     m_fitting = false;
 }
 
+QByteArray RecordTableView::savedColumns() const {
+    return m_userSetWidths || horizontalHeader()->sectionsMoved() ? horizontalHeader()->saveState() : QByteArray();
+}
+
+void RecordTableView::restoreColumns(const QByteArray& columns) {
+    if (columns.isEmpty()) {
+        return;
+    }
+    const QByteArray before = horizontalHeader()->saveState();
+    const int count = horizontalHeader()->count();
+    m_fitting = true;
+    const bool restored = horizontalHeader()->restoreState(columns);
+    if (!restored || horizontalHeader()->count() != count || horizontalHeader()->hiddenSectionCount() > 0) {
+        horizontalHeader()->restoreState(before);
+    } else {
+        m_userSetWidths = true;
+    }
+    m_fitting = false;
+    // In which order the rows stood is no state of the window.
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
 void RecordTableView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     fitColumns();
@@ -96,7 +124,7 @@ void RecordTableView::mousePressEvent(QMouseEvent* event) {
     } else if (event->button() != Qt::RightButton) {
         QTableView::mousePressEvent(event);
     }
-    // A right click leaves the selection alone.
+    // A right click comes as the wish for a menu.
 }
 
 void RecordTableView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -113,26 +141,28 @@ void RecordTableView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RecordTableView::keyPressEvent(QKeyEvent* event) {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && state() != EditingState) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         if (currentIndex().isValid()) {
             Q_EMIT rowDoubleClicked(currentIndex().row());
         }
         return;
     }
-    const int before = currentIndex().row();
     QTableView::keyPressEvent(event);
-    if (currentIndex().row() != before) {
-        Q_EMIT rowClicked(currentIndex().row());
-    }
+}
+
+void RecordTableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTableView::selectionChanged(selected, deselected);
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    Q_EMIT rowClicked(rows.isEmpty() ? -1 : rows.constFirst().row());
 }
 
 void RecordTableView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (m_markedRow >= 0 && model() && m_markedRow < model()->rowCount()) {
+    if (m_storedRow >= 0 && model() && m_storedRow < model()->rowCount()) {
         QPainter painter(viewport());
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
         painter.drawRect(
-            QRect(1, rowViewportPosition(m_markedRow) + 1, viewport()->width() - 2, rowHeight(m_markedRow) - 2));
+            QRect(1, rowViewportPosition(m_storedRow) + 1, viewport()->width() - 2, rowHeight(m_storedRow) - 2));
     }
     if (model() && model()->rowCount() == 0 && !m_emptyTitle.isEmpty()) {
         QPainter painter(viewport());

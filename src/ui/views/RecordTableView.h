@@ -23,8 +23,8 @@ public:
 
     void setModel(QAbstractItemModel* model) override;
 
-    /// Frames the row that a menu speaks of, which need not be the selected one; −1 for none.
-    void setMarkedRow(int row);
+    /// Frames the row that was just stored and scrolls it into view; −1 for none.
+    void setStoredRow(int row);
 
     /// The columns' widths as long as the user has not set one: the usual ones, those of texts wider
     /// while there is room to spare.
@@ -34,8 +34,13 @@ public:
     };
     void setColumnWidths(std::vector<ColumnWidth> widths);
 
+    /// The columns' widths and their order as the user has set them; empty as long as nobody has.
+    QByteArray savedColumns() const;
+    /// What savedColumns() gave once; anything else changes nothing.
+    void restoreColumns(const QByteArray& columns);
+
 Q_SIGNALS:
-    /// A click, or a step with the arrow keys.
+    /// A click, or whatever else moves the selection: keys, assistive technology.
     void rowClicked(int row);
     /// The second click of a double click, or Return.
     void rowDoubleClicked(int row);
@@ -46,6 +51,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -55,7 +61,7 @@ private:
     void fitColumns();
 
     std::vector<ColumnWidth> m_columnWidths;
-    int m_markedRow = -1;
+    int m_storedRow = -1;
     bool m_fitting = false;
     bool m_userSetWidths = false;
     QString m_emptyTitle;

@@ -1,14 +1,60 @@
 #include "ui/views/SheetDialog.h"
 
-#include <QAbstractButton>
+#include "controls/Alert.h"
+#include "ui/Conversions.h"
+#include "ui/views/AlertBox.h"
+
+#include <QAbstractSpinBox>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QShowEvent>
+#include <QToolButton>
+
+#include <algorithm>
 
 namespace kpx {
 
 SheetDialog::SheetDialog(QWidget* parent) : QDialog(parent) { setWindowModality(Qt::WindowModal); }
 
+void SheetDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    auto* pressed = qobject_cast<QAbstractButton*>(focusWidget());
+    if (!qobject_cast<QPushButton*>(pressed) && !qobject_cast<QToolButton*>(pressed)) {
+        const auto buttons = findChildren<QPushButton*>();
+        const auto main = std::ranges::find_if(
+            buttons, [](const QPushButton* button) { return button->property("accent").toBool(); });
+        pressed = main == buttons.end() ? nullptr : *main;
+    }
+    if (pressed) {
+        pressed->click();
+    }
+}
+
+bool SheetDialog::holdsTypedText() const {
+    const auto fields = findChildren<QLineEdit*>();
+    return std::ranges::any_of(fields, [](const QLineEdit* field) {
+        return field->isVisible() && !field->isReadOnly() && field->isModified() && !field->text().isEmpty() &&
+               !field->property("ownedByWindow").toBool() && !qobject_cast<QAbstractSpinBox*>(field->parentWidget());
+    });
+}
+
+bool SheetDialog::userGivesUpTypedText() {
+    Alert alert;
+    alert.messageText = utf8(tr("Close without storing what you typed?"));
+    alert.buttons = {{utf8(tr("Keep Editing")), {}, AlertKey::Escape}, {utf8(tr("Close")), {}, AlertKey::None}};
+    AlertBox box(alert, this);
+    box.exec();
+    return box.returnCode() == alertSecondButtonReturn;
+}
+
 void SheetDialog::reject() {
+    if (holdsTypedText() && !userGivesUpTypedText()) {
+        return;
+    }
     for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
         if (button->objectName().startsWith(QStringLiteral("closeBtn"))) {
             button->click();

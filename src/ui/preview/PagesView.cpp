@@ -1,5 +1,10 @@
-#include "ui/views/PagesView.h"
+#include "ui/preview/PagesView.h"
 
+#include "ui/preview/AccessiblePages.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -9,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace kpx {
 
@@ -19,15 +25,18 @@ constexpr std::array zoomSteps{0.25, 0.33, 0.5, 0.67, 0.75, 1.0, 1.25, 1.5, 2.0,
 
 }  // namespace
 
-PagesView::PagesView(const Document& document, const QPageLayout& layout, QWidget* parent)
+PagesView::PagesView(Document document, const QPageLayout& layout, QWidget* parent)
     : QAbstractScrollArea(parent),
-      m_document(document),
+      m_document(std::move(document)),
+      m_layout(layout),
       m_pageSize(layout.fullRectPoints().size()),
       m_painter(m_pageSize) {
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
     viewport()->setBackgroundRole(QPalette::Window);
+    viewport()->setCursor(Qt::IBeamCursor);
     setAccessibleName(tr("Pages"));
+    installAccessiblePages();
 }
 
 double PagesView::pixelsPerPoint() const { return m_zoom * logicalDpiX() / 72.0; }
@@ -41,6 +50,10 @@ double PagesView::sheetTop(int index) const {
 double PagesView::sheetLeft() const {
     const double free = viewport()->width() - sheetSize().width();
     return free > 2 * gap ? free / 2 : gap - horizontalScrollBar()->value();
+}
+
+QRectF PagesView::sheet(int index) const {
+    return QRectF(QPointF(std::round(sheetLeft()), std::round(sheetTop(index))), sheetSize());
 }
 
 int PagesView::currentPage() const {
@@ -99,9 +112,8 @@ void PagesView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.fillRect(event->rect(), palette().color(QPalette::Window).darker(112));
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    const QSizeF sheet = sheetSize();
     for (int index = 0; index < pageCount(); ++index) {
-        const QRectF paper(QPointF(std::round(sheetLeft()), std::round(sheetTop(index))), sheet);
+        const QRectF paper = sheet(index);
         if (paper.top() > event->rect().bottom()) {
             break;
         }
@@ -109,6 +121,7 @@ void PagesView::paintEvent(QPaintEvent* event) {
             continue;
         }
         painter.fillRect(paper, Qt::white);
+        paintSelection(painter, index, paper);
         painter.save();
         painter.setClipRect(paper);
         painter.translate(paper.topLeft());
@@ -147,7 +160,7 @@ void PagesView::keyPressEvent(QKeyEvent* event) {
         verticalScrollBar()->setValue(0);
     } else if (event->key() == Qt::Key_End) {
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
-    } else {
+    } else if (!moveByLine(event->key(), event->modifiers().testFlag(Qt::ShiftModifier))) {
         QAbstractScrollArea::keyPressEvent(event);
     }
 }

@@ -1,0 +1,235 @@
+#include "ui/DrawingPainter.h"
+
+#include "ui/Conversions.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace kpx {
+
+namespace {
+
+constexpr double letterSpacingPercent = 96;
+constexpr double tabStopDistance = 28 * DrawingPainter::unitsPerPoint;
+constexpr int wholeStretch = 100;
+constexpr int narrowestStretch = 62;
+/// Of its own width, what a text keeps at least.
+constexpr double narrowestShare = 0.40;
+
+/// Accents that are characters of their own must be put over their letters.
+bool hasMarks(const QString& text) {
+    return std::ranges::any_of(text, [](QChar character) { return character.isMark() || character.isSurrogate(); });
+}
+
+/// Calls `place` for each part of the line between tabs, with its offset from the start; answers the line's width.
+template <typename Place>
+double eachPart(const QString& line, const QFont& font, double tabDistance, Place place) {
+    const QFontMetricsF metrics(font);
+    if (!line.contains(QLatin1Char('\t'))) {
+        place(0.0, line);
+        return metrics.horizontalAdvance(line);
+    }
+    double offset = 0;
+    double width = 0;
+    for (const QString& part : line.split(QLatin1Char('\t'))) {
+        place(offset, part);
+        width = offset + metrics.horizontalAdvance(part);
+        offset = (std::floor(width / tabDistance) + 1) * tabDistance;
+    }
+    return width;
+}
+
+double widthOf(const QString& line, const QFont& font, double tabDistance) {
+    return eachPart(line, font, tabDistance, [](double, const QString&) {});
+}
+
+void drawParts(QPainter& painter, QPointF start, const QString& line, double tabDistance) {
+    if (!line.contains(QLatin1Char('\t'))) {
+        painter.drawText(start, line);
+        return;
+    }
+    eachPart(line, painter.font(), tabDistance,
+             [&](double offset, const QString& part) { painter.drawText(start + QPointF(offset, 0), part); });
+}
+
+/// Where a text begins that is so wide.
+double startOf(const DrawText& text, double width) {
+    const double x = text.x * DrawingPainter::unitsPerPoint;
+    switch (text.alignment) {
+        case Alignment::Center:
+            return x - width / 2;
+        case Alignment::Right:
+            return x - width;
+        case Alignment::Left:
+            break;
+    }
+    return x;
+}
+
+}  // namespace
+
+const QColor& Inks::operator[](Ink ink) const {
+    switch (ink) {
+        case Ink::QuietText:
+            return quietText;
+        case Ink::Grid:
+            return grid;
+        case Ink::Bar:
+            return bar;
+        case Ink::Average:
+            return average;
+        case Ink::Text:
+            break;
+    }
+    return text;
+}
+
+Inks paperInks() {
+    return {.text = Qt::black,
+            .quietText = QColor(0x404040),
+            .grid = QColor(0xC8C8C8),
+            .bar = QColor(0x8FB4D8),
+            .average = QColor(0x8A3A00)};
+}
+
+DrawingPainter::DrawingPainter(double height, Inks inks) : m_height(height), m_inks(std::move(inks)) {}
+
+void DrawingPainter::paint(QPainter& painter, const std::vector<DrawingOperation>& operations) {
+    for (const DrawingOperation& operation : operations) {
+        if (const auto* text = std::get_if<DrawText>(&operation)) {
+            paintText(painter, *text);
+        } else if (const auto* line = std::get_if<DrawLine>(&operation)) {
+            paintLine(painter, *line);
+        }
+    }
+}
+
+QString DrawingPainter::oneLine(const DrawText& text) {
+    QString line = qstring(text.text);
+    std::ranges::replace_if(
+        line,
+        [](QChar character) {
+            return character != QLatin1Char('\t') &&
+                   (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+                    character == QChar::ParagraphSeparator);
+        },
+        QLatin1Char(' '));
+    return line;
+}
+
+double DrawingPainter::naturalWidth(const DrawText& text, const QString& line) {
+    const Face& whole = face(text, hasMarks(line), wholeStretch);
+    double width = 0;
+    for (const QChar character : line) {
+        if (character.unicode() >= whole.advances.size() || character == QLatin1Char('\t')) {
+            return widthOf(line, whole.font, tabStopDistance);
+        }
+        width += whole.advances[character.unicode()];
+    }
+    return width;
+}
+
+QRectF DrawingPainter::placeOf(const DrawText& text) {
+    const double natural = naturalWidth(text, oneLine(text)) / unitsPerPoint;
+    const double width = text.room > 0 ? std::min(natural, text.room) : natural;
+    const double left = startOf(text, width * unitsPerPoint) / unitsPerPoint;
+    const double ascent = 0.93 * text.size;
+    const double descent = 0.24 * text.size;
+    return {left, m_height - text.y - ascent, width, ascent + descent};
+}
+
+double DrawingPainter::reachOf(const DrawText& text, qsizetype characters) {
+    const QString line = oneLine(text);
+    const double whole = naturalWidth(text, line);
+    const double part = naturalWidth(text, line.left(characters));
+    return whole > 0 ? placeOf(text).width() * std::min(part / whole, 1.0) : 0;
+}
+
+void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {
+    const QString line = oneLine(text);
+    const bool needsShaping = hasMarks(line);
+    painter.setFont(face(text, needsShaping, wholeStretch).font);
+    painter.setPen(m_inks[text.ink]);
+    const double room = text.room * unitsPerPoint;
+    const double width = room > 0 || text.alignment != Alignment::Left ? naturalWidth(text, line) : 0;
+    if (room > 0 && width > room) {
+        paintNarrowed(painter, text, line, needsShaping, room);
+    } else {
+        drawParts(painter, {startOf(text, width), fromTop(text.y)}, line, tabStopDistance);
+    }
+}
+
+void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping,
+                                   double room) {
+    const auto widthAt = [&](int stretch) {
+        return widthOf(line, face(text, needsShaping, stretch).font, tabStopDistance * stretch / wholeStretch);
+    };
+    // PDFs round the advances of glyphs, which adds up over a text.
+    room -= 0.3 * unitsPerPoint;
+    int stretch =
+        std::clamp(static_cast<int>(room / widthAt(wholeStretch) * wholeStretch), narrowestStretch, wholeStretch - 1);
+    // A font may have a narrow face of its own, whose widths are not just in proportion.
+    while (stretch > narrowestStretch && widthAt(stretch) > room) {
+        --stretch;
+    }
+    const QFont& narrow = face(text, needsShaping, stretch).font;
+    QString fitting = line;
+    double width = widthAt(stretch);
+    const double least = narrowestShare * wholeStretch / stretch;
+    const double share = std::clamp(room / width, least, 1.0);
+    if (width * share > room * 1.001) {
+        fitting.replace(QLatin1Char('\t'), QLatin1Char(' '));
+        fitting = QFontMetricsF(narrow).elidedText(fitting, Qt::ElideRight, room / share);
+        width = widthOf(fitting, narrow, tabStopDistance);
+    }
+    painter.save();
+    painter.setFont(narrow);
+    painter.translate(startOf(text, width * share), fromTop(text.y));
+    if (share < 1) {
+        painter.scale(share, 1);
+    }
+    drawParts(painter, {0, 0}, fitting, tabStopDistance * stretch / wholeStretch);
+    painter.restore();
+}
+
+void DrawingPainter::paintLine(QPainter& painter, const DrawLine& line) const {
+    painter.setPen(QPen(m_inks[line.ink], line.width * unitsPerPoint, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(line.x1 * unitsPerPoint, fromTop(line.y1)),
+                     QPointF(line.x2 * unitsPerPoint, fromTop(line.y2)));
+}
+
+DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShaping, int stretch) {
+    const auto [place, isNew] = m_faces.try_emplace({text.font, text.size, text.underline, needsShaping, stretch});
+    Face& result = place->second;
+    if (!isNew) {
+        return result;
+    }
+    QFont& font = result.font;
+    font.setFamily(QStringLiteral("DejaVu Sans"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setBold(text.font.ends_with("-Bold"));
+    font.setUnderline(text.underline);
+    font.setPixelSize(static_cast<int>(std::lround(text.size * unitsPerPoint)));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    if (stretch != wholeStretch) {
+        font.setStretch(stretch);
+    }
+    // The stand-in runs wider than the named font, and what follows a text stands at a fixed place.
+    font.setLetterSpacing(QFont::PercentageSpacing, letterSpacingPercent);
+    // No ligatures: "office" must be found by a search for its letters. Scripts that cannot be written
+    // without shaping are shaped all the same; where marks need it, the letter spacing keeps them away.
+    if (!needsShaping) {
+        font.setStyleStrategy(QFont::PreferNoShaping);
+    }
+    const QFontMetricsF metrics(font);
+    for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
+        result.advances[letter] = static_cast<float>(metrics.horizontalAdvance(QChar(static_cast<ushort>(letter))));
+    }
+    return result;
+}
+
+}  // namespace kpx

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "drawing/Document.h"
+
+#include <QColor>
+#include <QFont>
+#include <QRectF>
+#include <QString>
+
+#include <array>
+#include <map>
+#include <string>
+#include <tuple>
+#include <vector>
+
+class QPainter;
+
+namespace kpx {
+
+/// The colour of each ink on one ground.
+struct Inks {
+    QColor text, quietText, grid, bar, average;
+    const QColor& operator[](Ink ink) const;
+};
+
+/// Black on paper; bars in a light blue that leaves black and the average's brown readable upon it.
+Inks paperInks();
+
+/// Puts drawing operations on paper, screen or PDF: the one painter for all of them.
+///
+/// The named fonts have a stand-in with nearly their look, DejaVu Sans, that every desktop can install.
+/// It is laid out without hinting, so a line breaks nowhere and is as wide on the screen as in print.
+///
+/// A text wider than its room is set narrower: by the font's own stretch down to 62 %, beyond that by scaling
+/// its glyphs across, down to 40 %; what is longer still ends in an ellipsis. One that fits is drawn as it is.
+class DrawingPainter {
+public:
+    /// Painters handed to paint() count in this many units per inch, tenths of a point: fine enough for the
+    /// places to come out exactly, and whole for every font size used.
+    static constexpr int unitsPerInch = 720;
+    static constexpr double unitsPerPoint = unitsPerInch / 72.0;
+
+    /// `height` in points: operations count from the lower left corner, so it decides where things stand.
+    explicit DrawingPainter(double height, Inks inks = paperInks());
+
+    /// REQUIRES: the painter's origin is the upper left corner, its unit a tenth of a point.
+    void paint(QPainter& painter, const std::vector<DrawingOperation>& operations);
+
+    /// Where the text comes to stand, in points, counted from the upper left corner downward.
+    QRectF placeOf(const DrawText& text);
+    /// How far from its left end the text's first characters reach, in points.
+    double reachOf(const DrawText& text, qsizetype characters);
+
+    /// The text as it is drawn: a line stays a line, so whatever would break it becomes a blank.
+    static QString oneLine(const DrawText& text);
+
+private:
+    /// A font, and what its plain letters take in it, in units: adding them up is far faster than laying out.
+    struct Face {
+        QFont font;
+        std::array<float, 128> advances{};
+    };
+    double naturalWidth(const DrawText& text, const QString& line);
+    void paintText(QPainter& painter, const DrawText& text);
+    void paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping, double room);
+    void paintLine(QPainter& painter, const DrawLine& line) const;
+    Face& face(const DrawText& text, bool needsShaping, int stretch);
+    double fromTop(double y) const { return (m_height - y) * unitsPerPoint; }
+
+    double m_height;
+    Inks m_inks;
+    std::map<std::tuple<std::string, double, bool, bool, int>, Face> m_faces;
+};
+
+}  // namespace kpx

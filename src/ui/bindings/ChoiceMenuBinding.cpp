@@ -1,0 +1,47 @@
+#include "ui/bindings/ChoiceMenuBinding.h"
+
+#include "ui/Conversions.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace kpx {
+
+namespace {
+
+bool showsItems(const QMenu& menu, const std::vector<PopUpButton::Item>& items) {
+    return std::ranges::equal(menu.actions(), items, {}, &QAction::text,
+                              [](const PopUpButton::Item& item) { return qstring(item.value_or("")); });
+}
+
+void showItems(QMenu& menu, const std::vector<PopUpButton::Item>& items) {
+    menu.clear();
+    auto* group = new QActionGroup(&menu);
+    for (const PopUpButton::Item& item : items) {
+        QAction* action = item ? menu.addAction(qstring(*item)) : menu.addSeparator();
+        action->setCheckable(item.has_value());
+        group->addAction(action);
+    }
+}
+
+}  // namespace
+
+void bind(PopUpButton& control, QMenu& menu) {
+    control.changed = [&control, &menu] {
+        if (!showsItems(menu, control.items())) {
+            showItems(menu, control.items());
+        }
+        for (int index = 0; index < control.numberOfItems(); ++index) {
+            menu.actions().at(index)->setChecked(index == control.indexOfSelectedItem());
+        }
+        menu.setEnabled(control.isEnabled());
+    };
+    QObject::connect(&menu, &QMenu::triggered, &menu, [&control, &menu](QAction* action) {
+        control.userChoose(static_cast<int>(menu.actions().indexOf(action)));
+    });
+}
+
+}  // namespace kpx

@@ -1,0 +1,35 @@
+#include "ui/views/FoldingForm.h"
+
+#include <QToolButton>
+
+namespace kpx {
+
+FoldingForm::FoldingForm(QWidget& form, QToolButton& button) : QObject(&form), m_form(form), m_button(button) {
+    button.setCheckable(true);
+    button.setProperty("ownedByWindow", true);
+    connect(&button, &QToolButton::toggled, this, &FoldingForm::setFolded);
+    setFolded(false);
+}
+
+void FoldingForm::setFolded(bool folded) {
+    if (folded) {
+        for (QWidget* widget : m_form.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            const bool stays = widget == &m_button || widget->objectName().startsWith(QStringLiteral("labelSection"));
+            if (!stays && !widget->isHidden() && !widget->isWindow()) {
+                widget->hide();
+                m_folded << widget;
+            }
+        }
+    } else {
+        for (QWidget* widget : m_folded) {
+            widget->show();
+        }
+        m_folded.clear();
+    }
+    const QString words = folded ? tr("Show the entry form") : tr("Fold the entry form");
+    m_button.setArrowType(folded ? Qt::DownArrow : Qt::UpArrow);
+    m_button.setToolTip(words);
+    m_button.setAccessibleName(words);
+}
+
+}  // namespace kpx

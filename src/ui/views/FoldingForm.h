@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+class QToolButton;
+class QWidget;
+
+namespace kpx {
+
+/// Folds a form to the line of its headings, labels named "labelSection…", and back: on a small screen the table
+/// below gets the room. The button says what its next press does.
+class FoldingForm : public QObject {
+    Q_OBJECT
+
+public:
+    FoldingForm(QWidget& form, QToolButton& button);
+
+    void setFolded(bool folded);
+
+private:
+    QWidget& m_form;
+    QToolButton& m_button;
+    QList<QWidget*> m_folded;
+};
+
+}  // namespace kpx

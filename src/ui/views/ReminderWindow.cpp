@@ -1,0 +1,66 @@
+#include "ui/views/ReminderWindow.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kpx {
+
+namespace {
+
+QLabel* plainLabel(const QString& text, const QString& name) {
+    auto* label = new QLabel(text);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setFocusPolicy(Qt::NoFocus);
+    label->setWordWrap(true);
+    return label;
+}
+
+QString inLines(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        line = line.trimmed();
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+}  // namespace
+
+ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nullptr, Qt::WindowStaysOnTopHint) {
+    setObjectName(QStringLiteral("theReminderWindow"));
+    setWindowTitle(tr("Reminder"));
+    text = inLines(text);
+    setAccessibleName(title);
+    setAccessibleDescription(text);
+    QLabel* heading = plainLabel(title, QStringLiteral("reminderTitle"));
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    auto* buttons = new QDialogButtonBox;
+    auto* show = buttons->addButton(tr("&Show"), QDialogButtonBox::AcceptRole);
+    auto* later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
+    show->setObjectName(QStringLiteral("showReminderBtn"));
+    later->setObjectName(QStringLiteral("laterReminderBtn"));
+    show->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+        accept();
+        Q_EMIT showWanted();
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    constexpr int margin = 20;
+    constexpr int smallestWidth = 380;
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(margin / 2);
+    layout->addWidget(heading);
+    layout->addWidget(plainLabel(text, QStringLiteral("reminderText")));
+    layout->addStretch();
+    layout->addWidget(buttons);
+    setMinimumWidth(smallestWidth);
+}
+
+}  // namespace kpx

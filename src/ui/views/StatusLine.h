@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QLabel>
+
+namespace kpx {
+
+/// Says what was done last. For assistive technology it is a status bar, and a new text is announced.
+class StatusLine : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit StatusLine(QWidget* parent = nullptr);
+};
+
+}  // namespace kpx
