@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Environment.h"
-#include "core/Record.h"
+#include "region/Environment.h"
 #include "tests/runner/Script.h"
 #include "tests/support/Json.h"
+#include "values/Record.h"
 
 #include <limits>
 #include <string>

@@ -22,11 +22,13 @@ Json selectTab(Session& session, const Words& words) {
     return done();
 }
 
-/// The first item of that title, or the one at "@index".
+/// The first item of that title, else the one that represents the text, or stands at "@index".
 std::optional<int> indexOfItem(const PopUpButton& popUp, const std::string& word) {
     const auto& items = popUp.items();
-    if (const auto item = std::ranges::find(items, PopUpButton::Item(word)); item != items.end()) {
-        return static_cast<int>(item - items.begin());
+    for (const auto& texts : {items, popUp.representedTexts()}) {
+        if (const auto item = std::ranges::find(texts, PopUpButton::Item(word)); item != texts.end()) {
+            return static_cast<int>(item - texts.begin());
+        }
     }
     const auto index = word.starts_with('@') ? integerFromWord(word.substr(1)) : std::nullopt;
     if (!index || *index < 0 || *index >= popUp.numberOfItems() || !items[static_cast<std::size_t>(*index)]) {
@@ -77,7 +79,7 @@ Json type(Session& session, const Words& words) {
     }
     session.beginAct(field.control);
     for (const std::string& character : charactersOf(words[1].text)) {
-        field->userEdit(field->text() + character);
+        field->userEdit(field->textAfterTyping(field->text(), character));
     }
     return done();
 }

@@ -1,4 +1,4 @@
-#include "core/DateUtilities.h"
+#include "region/DateUtilities.h"
 #include "tests/runner/Calls.h"
 
 #include <algorithm>

@@ -1,5 +1,8 @@
 #include "tests/runner/Commands.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace kpx::runner {
 
 namespace {
@@ -8,8 +11,7 @@ Json start(Session& session, const std::optional<UserNotification>& launchNotifi
     if (session.hasStarted()) {
         return refused("the application has started already");
     }
-    session.start(launchNotification);
-    return done();
+    return session.start(launchNotification) ? done() : refused("another program holds the data folder");
 }
 
 Json startPlainly(Session& session, const Words&) { return start(session, std::nullopt); }
@@ -68,6 +70,29 @@ Json setOpening(Session& session, const Words& words) {
     return done();
 }
 
+/// A file that somebody chooses or copies has a place, whatever the current folder.
+std::filesystem::path absolutePath(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::absolute(path, ignored);
+}
+
+Json setChooserCancelled(Session& session, const Words&) {
+    session.platform.files.setAnswer(std::nullopt);
+    return done();
+}
+
+Json setChooser(Session& session, const Words& words) {
+    session.platform.files.setAnswer(absolutePath(words[0].text));
+    return done();
+}
+
+Json setClipboard(Session& session, const Words& words) {
+    const std::string& text = words[0].text;
+    const bool isAddress = text.empty() || text.find(":/") != std::string::npos;
+    session.platform.clipboard.setAddress(isAddress ? text : absolutePath(text).string());
+    return done();
+}
+
 Json setResources(Session& session, const Words& words) {
     session.platform.bundle.setResources(words[0].text);
     return done();
@@ -106,6 +131,15 @@ Json activateReminder(Session& session, const Words& words) {
     return done();
 }
 
+Json activateStandingReminder(Session& session, const Words&) {
+    if (!session.platform.notifications.isStandingDelivered()) {
+        return refused("no standing reminder in the notification centre");
+    }
+    session.beginAct(nullptr);
+    session.platform.notifications.activateStanding();
+    return done();
+}
+
 Json closeMainWindow(Session& session, const Words&) {
     if (const auto obstacle = session.obstacleOnMainWindow()) {
         return refused(*obstacle);
@@ -135,10 +169,14 @@ const std::vector<CommandForm>& platformCommands() {
         {"site status INTEGER", When::UntilTheEnd, setSiteStatus},
         {"site TEXT", When::UntilTheEnd, setSiteText},
         {"opening works|fails", When::UntilTheEnd, setOpening},
+        {"chooser none", When::UntilTheEnd, setChooserCancelled},
+        {"chooser PATH", When::UntilTheEnd, setChooser},
+        {"clipboard PATH", When::UntilTheEnd, setClipboard},
         {"resources DIR", When::UntilTheEnd, setResources},
         {"default KEY INTEGER", When::UntilTheEnd, setDefault},
         {"modal BUTTON", When::UntilTheEnd, answerNextModal},
         {"answer BUTTON", When::Running, answerAlert},
+        {"activate standing", When::Running, activateStandingReminder},
         {"activate INTEGER", When::Running, activateReminder},
         {"close", When::Running, closeMainWindow},
     };

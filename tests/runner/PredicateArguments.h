@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Record.h"
 #include "tests/support/LocalTime.h"
+#include "values/Record.h"
 
 #include <string>
 #include <vector>

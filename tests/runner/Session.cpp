@@ -21,6 +21,8 @@ std::optional<int> tabOf(Place place) {
     return std::nullopt;
 }
 
+bool opensSheet(const Control& menuItem) { return menuItem.name() == "scheduledRemindersMenuItem"; }
+
 template <typename Kind>
 std::vector<Kind*> controlsOfKind(const ControlRegistry& registry) {
     std::vector<Kind*> found;
@@ -37,10 +39,15 @@ std::vector<Kind*> controlsOfKind(const ControlRegistry& registry) {
 Session::Session(const test::Surroundings& surroundings, test::EventSink sink)
     : platform(surroundings, sink), m_sink(std::move(sink)) {}
 
-void Session::start(const std::optional<UserNotification>& launchNotification) {
-    m_application = std::make_unique<KPXAppDelegate>(platform.ports());
+bool Session::start(const std::optional<UserNotification>& launchNotification) {
+    auto application = std::make_unique<KPXAppDelegate>(platform.ports());
+    if (!application->claimDataFolder()) {
+        return false;
+    }
+    m_application = std::move(application);
     reportSheetsAndPopovers();
     m_application->applicationDidFinishLaunching(launchNotification);
+    return true;
 }
 
 void Session::reportSheetsAndPopovers() {
@@ -69,13 +76,15 @@ const Records* Session::rowsOf(const TableView& table) const {
         return nullptr;
     }
     const Outlets& outlets = m_application->outlets;
-    const std::array<std::pair<const TableView*, const Records*>, 6> tables{{
+    const std::array<std::pair<const TableView*, const Records*>, 8> tables{{
         {&outlets.tableViewTab1, &m_application->maintArrayForTVTab1},
         {&outlets.tableViewTab2, &m_application->maintDueArrayForTV},
         {&outlets.tableViewpatientSheet, &m_application->patientArrayForTV},
         {&outlets.tableViewpharmacySheet, &m_application->pharmacyArrayForTV},
         {&outlets.tableViewDrugSheet, &m_application->drugArrayForTV},
         {&outlets.tableViewPrescriberSheet, &m_application->prescriberArrayForTV},
+        {&outlets.tableViewReminders, &m_application->remindersArrayForTV},
+        {&outlets.tableViewEarlierStates, &m_application->earlierStatesArrayForTV},
     }};
     for (const auto& [view, rows] : tables) {
         if (view == &table) {
@@ -126,7 +135,7 @@ std::optional<std::string> Session::obstacle(const Control& control) {
     }
     switch (control.place()) {
         case Place::MenuBar:
-            return std::nullopt;
+            return opensSheet(control) ? obstacleOnMainWindow() : std::nullopt;
         case Place::DatePopover:
             return obstacleOnPopover(outlets().thePopOver);
         case Place::ReceiptPopover:
@@ -136,6 +145,8 @@ std::optional<std::string> Session::obstacle(const Control& control) {
         case Place::PatientSheet:
         case Place::PharmacySheet:
         case Place::PrescriberSheet:
+        case Place::RemindersSheet:
+        case Place::EarlierStatesSheet:
             return obstacleOnSheet(control.place());
         default:
             break;

@@ -33,8 +33,9 @@ public:
     bool hasTerminated() const { return platform.windows.hasTerminated(); }
     bool isWindowOpen() const { return hasStarted() && !hasTerminated(); }
 
+    /// False, with nothing started or written, when another program holds the data folder.
     /// REQUIRES: not started.
-    void start(const std::optional<UserNotification>& launchNotification);
+    bool start(const std::optional<UserNotification>& launchNotification);
     /// REQUIRES: started.
     KPXAppDelegate& application() { return *m_application; }
     /// Before the start, the controls as the interface defines them.
@@ -51,8 +52,8 @@ public:
     /// | an open sheet                              | the main window, all tabs included           |
     /// | another tab, a closed sheet or popover     | what lies there                              |
     ///
-    /// The menu bar is not part of the window: nothing blocks it. A popover is blocked as the window
-    /// or sheet is in which it is anchored.
+    /// The menu bar is not part of the window: nothing blocks it, but an item that opens a sheet needs
+    /// the window free. A popover is blocked as the window or sheet is in which it is anchored.
     std::optional<std::string> obstacle(const Control& control);
     /// The same for the main window itself.
     std::optional<std::string> obstacleOnMainWindow();

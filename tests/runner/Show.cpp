@@ -47,6 +47,17 @@ Json describe(const Matrix& matrix) {
     return json;
 }
 
+/// The rows of a table, each with what is left of its supply where the table shows that.
+Json describeRows(const TableView& table, const Records& rows, const test::LocalTime& localTime) {
+    Json described = test::toJson(rows, localTime);
+    for (std::size_t row = 0; row < described.size(); ++row) {
+        if (const auto supply = table.dataSource->gaugeOfCell(table, "nextdate", static_cast<int>(row))) {
+            described[row]["supply"] = Json{{"days", supply->whole}, {"left", supply->left}};
+        }
+    }
+    return described;
+}
+
 Json describe(const TableView& table, const Records* rows, const test::LocalTime& localTime) {
     Json columns = Json::array();
     Json titles = Json::array();
@@ -65,7 +76,7 @@ Json describe(const TableView& table, const Records* rows, const test::LocalTime
     Json json = state("table");
     json["columns"] = std::move(columns);
     json["titles"] = std::move(titles);
-    json["rows"] = rows ? test::toJson(*rows, localTime) : Json::array();
+    json["rows"] = rows ? describeRows(table, *rows, localTime) : Json::array();
     json["selected"] = table.selectedRow();
     json["red"] = std::move(red);
     return json;
@@ -102,6 +113,24 @@ Json describe(const Button& button) {
     return json;
 }
 
+Json describe(const ChartView& view) {
+    const Chart& chart = view.chart();
+    Json bars = Json::array();
+    for (const ChartBar& bar : chart.bars) {
+        bars.push_back(Json{{"label", bar.label}, {"amount", test::numberToJson(bar.amount)}});
+    }
+    Json json = state("chart");
+    json["bars"] = std::move(bars);
+    json["average"] = chart.average ? test::numberToJson(chart.average->amount) : Json();
+    return json;
+}
+
+Json describe(const KPXDropButton& button) {
+    Json json = describe(static_cast<const Button&>(button));
+    json["text"] = button.text();
+    return json;
+}
+
 Json describe(const Popover& popover) {
     Json json = state("popover");
     json["open"] = popover.isOpen();
@@ -126,6 +155,9 @@ Json describe(const Control& control, const Records* rows, const test::LocalTime
     if (const auto* field = dynamic_cast<const DateField*>(&control)) {
         return describe(*field, localTime);
     }
+    if (const auto* button = dynamic_cast<const KPXDropButton*>(&control)) {
+        return describe(*button);
+    }
     if (const auto* button = dynamic_cast<const Button*>(&control)) {
         return describe(*button);
     }
@@ -140,6 +172,14 @@ Json describe(const Control& control, const Records* rows, const test::LocalTime
     }
     if (const auto* view = dynamic_cast<const KPXReceiptView*>(&control)) {
         return describe(*view);
+    }
+    if (const auto* chart = dynamic_cast<const ChartView*>(&control)) {
+        return describe(*chart);
+    }
+    if (const auto* bar = dynamic_cast<const Bar*>(&control)) {
+        Json state = stateWith("bar", "open", bar->isOpen());
+        state["text"] = bar->text();
+        return state;
     }
     if (const auto* sheet = dynamic_cast<const Sheet*>(&control)) {
         return stateWith("sheet", "open", sheet->isOpen());
@@ -164,6 +204,9 @@ Json describe(const DrawText& text) {
     json["underline"] = text.underline;
     json["x"] = test::numberToJson(text.x);
     json["y"] = test::numberToJson(text.y);
+    if (text.alignment != Alignment::Left) {
+        json["align"] = text.alignment == Alignment::Center ? "center" : "right";
+    }
     return json;
 }
 

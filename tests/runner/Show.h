@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/Panels.h"
-#include "reports/Document.h"
+#include "drawing/Document.h"
 #include "tests/support/Json.h"
 
 namespace kpx::runner {

@@ -53,17 +53,15 @@ Json doubleClickRow(Session& session, const Words& words) {
     return done();
 }
 
-Json rightClickRow(Session& session, const Words& words) {
-    const Row row = reachRow(session, words, true);
-    if (!row.table) {
-        return refused(row.table.error);
+/// Null where none opens: that of the history is a row's.
+Menu* menuOf(Outlets& outlets, const TableView& table, int row) {
+    if (&table == &outlets.tableViewTab1) {
+        return row < 0 ? nullptr : &outlets.contextMenuTab1;
     }
-    if (row.table.control != &session.outlets().tableViewTab2) {
-        return refused(words[0].text + " has no context menu");
-    }
-    session.beginAct(row.table.control);
-    row.table->userRightClickRow(row.row);
-    Menu& menu = session.outlets().contextMenuTab2;
+    return &table == &outlets.tableViewTab2 ? &outlets.contextMenuTab2 : nullptr;
+}
+
+Json openMenu(Session& session, Menu& menu) {
     if (menu.needsUpdate) {
         menu.needsUpdate();
     }
@@ -71,6 +69,29 @@ Json rightClickRow(Session& session, const Words& words) {
     Json result = done();
     result["items"] = itemsOf(menu);
     return result;
+}
+
+Json rightClickRow(Session& session, const Words& words) {
+    const Row row = reachRow(session, words, true);
+    if (!row.table) {
+        return refused(row.table.error);
+    }
+    Menu* menu = menuOf(session.outlets(), *row.table, row.row);
+    if (!menu) {
+        return refused(words[0].text + " has no context menu");
+    }
+    session.beginAct(row.table.control);
+    row.table->userClickRow(row.row);
+    return openMenu(session, *menu);
+}
+
+Json rightClick(Session& session, const Words& words) {
+    const auto button = reach<KPXDropButton>(session, words[0].text, "button with a context menu");
+    if (!button) {
+        return refused(button.error);
+    }
+    session.beginAct(button.control);
+    return openMenu(session, session.outlets().contextMenuReceipt);
 }
 
 Json chooseMenuItem(Session& session, const Words& words) {
@@ -108,6 +129,35 @@ Json sortTable(Session& session, const Words& words) {
     return done();
 }
 
+Json foundRow(std::optional<int> row) {
+    Json result = done();
+    result["row"] = row ? Json(*row) : Json();
+    return result;
+}
+
+Json findText(Session& session, const Words& words) {
+    const auto table = reach<TableView>(session, words[0].text, "table");
+    if (!table) {
+        return refused(table.error);
+    }
+    session.beginAct(table.control);
+    return foundRow(
+        session.application().findInTable(*table, words[1].text, table->selectedRow(), SearchDirection::Forward));
+}
+
+Json findAgain(Session& session, const Words& words, SearchDirection direction) {
+    const auto table = reach<TableView>(session, words[0].text, "table");
+    if (!table) {
+        return refused(table.error);
+    }
+    session.beginAct(table.control);
+    return foundRow(session.application().findAgain(*table, direction));
+}
+
+Json findNext(Session& session, const Words& words) { return findAgain(session, words, SearchDirection::Forward); }
+
+Json findPrevious(Session& session, const Words& words) { return findAgain(session, words, SearchDirection::Backward); }
+
 /// The text as a value of the kind that the column holds; null when it is none.
 std::optional<Value> valueOfKind(const Value& example, const std::string& text, const test::LocalTime& localTime) {
     if (example.as<std::int64_t>()) {
@@ -144,9 +194,6 @@ Json editCell(Session& session, const Words& words) {
     if (!column) {
         return refused(words[0].text + " has no column " + identifier);
     }
-    if (!column->editable) {
-        return refused(identifier + " of " + words[0].text + " cannot be edited");
-    }
     const Value* example = exampleOf(*row.table, identifier, row.row);
     const auto value = valueOfKind(example ? *example : Value(""), words[3].text, session.platform.localTime);
     if (!value) {
@@ -164,6 +211,10 @@ const std::vector<CommandForm>& tableCommands() {
         {"clickrow TABLE INTEGER", When::Running, clickRow},
         {"dblclick TABLE INTEGER", When::Running, doubleClickRow},
         {"rightclick TABLE INTEGER", When::Running, rightClickRow},
+        {"rightclick NAME", When::Running, rightClick},
+        {"find TABLE TEXT", When::Running, findText},
+        {"findnext TABLE", When::Running, findNext},
+        {"findprevious TABLE", When::Running, findPrevious},
         {"menuitem NAME INTEGER", When::Running, chooseMenuItem},
         {"sort TABLE COLUMN asc|desc", When::Running, sortTable},
         {"edit TABLE INTEGER COLUMN TEXT", When::Running, editCell},

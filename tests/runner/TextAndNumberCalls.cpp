@@ -1,8 +1,9 @@
-#include "core/Collation.h"
-#include "core/Numbers.h"
 #include "costs/CostSummary.h"
 #include "history/KPXNumberFormatter.h"
+#include "region/Collation.h"
+#include "region/Numbers.h"
 #include "tests/runner/Calls.h"
+#include "values/NumberText.h"
 
 namespace kpx::runner {
 

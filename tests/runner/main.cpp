@@ -6,8 +6,8 @@
 // standard error what is wrong.
 //
 // The surroundings are taken from the environment and from nowhere else: the data folder lies in
-// XDG_DATA_HOME, preferences below XDG_CONFIG_HOME (without them there are none), TZ and LC_ALL say
-// where the user is.
+// XDG_DATA_HOME, preferences below XDG_CONFIG_HOME (without them there are none), TZ, LC_ALL
+// and the other variables of a locale say where the user is.
 
 #include "tests/runner/Commands.h"
 
@@ -24,17 +24,9 @@ using namespace kpx::runner;
 
 constexpr int cannotBeParsed = 2;
 
-std::string fromEnvironment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
-
 test::Surroundings surroundingsFromEnvironment() {
-    std::string timeZone = fromEnvironment("TZ");
-    if (timeZone.starts_with(':')) {
-        timeZone.erase(0, 1);
-    }
-    return {timeZone, fromEnvironment("LC_ALL"), fromEnvironment("XDG_DATA_HOME"), fromEnvironment("XDG_CONFIG_HOME")};
+    return {regionSettings(variableOfProcess), variableOfProcess("XDG_DATA_HOME").value_or(""),
+            variableOfProcess("XDG_CONFIG_HOME").value_or("")};
 }
 
 void print(const Json& json) { std::cout << test::toLine(json) << '\n' << std::flush; }

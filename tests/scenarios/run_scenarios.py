@@ -11,6 +11,7 @@ Lines at the head of a script say where it runs:
 
     # TZ=America/Santiago      the time zone, else America/New_York
     # LC_ALL=de_DE.UTF-8       the locale, else en_US.UTF-8
+    # LC_TIME=sv_SE.UTF-8      likewise any variable LC_..., LANG or LANGUAGE; then LC_ALL is not set by itself
     # data: fixtures/house     a folder (relative to this one) copied into the household's data folder
     # files: fixtures/receipts a folder copied into $FILES
     # unchanged: NAME NAME     files of the data folder that must hold the same bytes at the end
@@ -19,7 +20,8 @@ Lines at the head of a script say where it runs:
 Two places are written as placeholders, in scripts and in transcripts, as the real ones differ from run
 to run: $DATA, the folder that holds the household's "Velmora" folder, and $FILES, a folder outside it.
 
-A line "# run again" ends the program and starts it again on the same folders, with what follows.
+A line "# run again" ends the program and starts it again on the same folders, with what follows;
+"# run again LC_ALL=fr_FR.UTF-8" does so in another language.
 """
 
 import argparse
@@ -44,10 +46,14 @@ class Header:
         self.folders = []
         self.unchanged = []
         self.status = 0
+        own_locale = False
         for line in script.splitlines():
             if not line.startswith("#"):
                 break
-            if match := re.fullmatch(r"# (TZ|LC_ALL)=(.*)", line):
+            if match := re.fullmatch(r"# (TZ|LC_[A-Z]+|LANG|LANGUAGE)=(.*)", line):
+                if match[1] != "TZ" and not own_locale:
+                    del self.environment["LC_ALL"]
+                    own_locale = True
                 self.environment[match[1]] = match[2]
             elif match := re.fullmatch(r"# (data|files): (\S+)", line):
                 self.folders.append((match[1], match[2]))
@@ -79,8 +85,11 @@ def run(program, path):
         }
         placeholders = [("$DATA", str(root / "data")), ("$FILES", str(places["files"]))]
         transcript, problems = "", []
-        parts = re.split(r"^# run again$\n?", script, flags=re.MULTILINE)
-        for number, part in enumerate(parts):
+        first, *others = re.split(r"^# run again(?: LC_ALL=(\S+))?$\n?", script, flags=re.MULTILINE)
+        parts = [(None, first), *zip(others[::2], others[1::2])]
+        for number, (language, part) in enumerate(parts):
+            if language:
+                environment["LC_ALL"] = language
             for placeholder, real in placeholders:
                 part = part.replace(placeholder, real)
             part_file = root / f"part{number}.txt"

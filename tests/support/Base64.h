@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Record.h"
+#include "values/Record.h"
 
 #include <optional>
 #include <string>

@@ -30,10 +30,7 @@ std::int64_t DefaultsDouble::integer(const std::string& key) {
     return 0;
 }
 
-void DefaultsDouble::setInteger(const std::string& key, std::int64_t value) {
-    m_stored[key] = value;
-    synchronize();
-}
+void DefaultsDouble::setInteger(const std::string& key, std::int64_t value) { m_stored[key] = value; }
 
 void DefaultsDouble::registerDefault(const std::string& key, std::int64_t value) { m_registered[key] = value; }
 

@@ -8,7 +8,7 @@
 
 namespace kpx::test {
 
-/// Preferences in a small file of their own, so that the next run finds them.
+/// Preferences in a small file of their own, so that the next run finds what was flushed, and nothing else.
 class DefaultsDouble : public UserDefaults {
 public:
     /// An empty path keeps them in memory only.

@@ -104,6 +104,8 @@ Json toJson(const Value& value, const LocalTime& localTime) {
                 return Json{{"data", base64FromBytes(content.bytes())}};
             } else if constexpr (std::is_same_v<Kind, UniqueIdentifier>) {
                 return Json{{"uid", content.number}};
+            } else if constexpr (std::is_same_v<Kind, WideInteger>) {
+                return Json{{"integer", content.decimalText()}};
             } else if constexpr (std::is_same_v<Kind, Array>) {
                 Json array = Json::array();
                 for (const Value& element : content.values()) {

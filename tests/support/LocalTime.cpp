@@ -1,19 +1,13 @@
 #include "tests/support/LocalTime.h"
 
-#include <unicode/gregocal.h>
-#include <unicode/timezone.h>
-
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 namespace kpx::test {
 
 namespace {
-
-UDate millisecondsOf(Date date) { return std::floor(date.secondsSince1970()) * 1000.0; }
 
 /// The decimal number that stands in exactly those places.
 std::optional<int> digits(std::string_view text, std::size_t position, std::size_t length) {
@@ -29,30 +23,18 @@ std::optional<int> digits(std::string_view text, std::size_t position, std::size
 
 }  // namespace
 
-struct LocalTime::Calendar {
-    explicit Calendar(const std::string& timeZone)
-        : calendar(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(timeZone)), icu::Locale::getRoot(),
-                   status) {
-        if (U_FAILURE(status)) {
-            std::fputs("no calendar data\n", stderr);
-            std::abort();
-        }
-        if (timeZone.empty() || calendar.getTimeZone() == icu::TimeZone::getUnknown()) {
-            calendar.setTimeZone(*icu::TimeZone::getGMT());
-        }
-        calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
-        calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
-    }
+std::chrono::local_seconds LocalTime::localOf(Date date) const {
+    // A file may hold any number as a date; the calendar ends before the year 32767.
+    constexpr double furthest = 9.4e11;
+    const double seconds = std::isnan(date.secondsSince1970()) ? 0 : std::floor(date.secondsSince1970());
+    const auto instant = static_cast<std::int64_t>(std::clamp(seconds, -furthest, furthest));
+    return std::chrono::local_seconds(std::chrono::seconds(instant + m_zone->offsetAt(instant)));
+}
 
-    int field(UCalendarDateFields which) { return calendar.get(which, status); }
-    Date date() { return Date::fromSecondsSince1970(calendar.getTime(status) / 1000.0); }
-
-    UErrorCode status = U_ZERO_ERROR;
-    icu::GregorianCalendar calendar;
-};
-
-LocalTime::LocalTime(const std::string& timeZone) : m_calendar(std::make_unique<Calendar>(timeZone)) {}
-LocalTime::~LocalTime() = default;
+Date LocalTime::dateOf(std::chrono::local_seconds local) const {
+    const TimeZone::Meaning meaning = m_zone->meaningOf(local.time_since_epoch().count());
+    return Date::fromSecondsSince1970(static_cast<double>(meaning.change.value_or(meaning.instant)));
+}
 
 std::optional<Date> LocalTime::parse(std::string_view text) const {
     const bool hasTime = text.size() == 19 && text[10] == 'T' && text[13] == ':' && text[16] == ':';
@@ -60,49 +42,45 @@ std::optional<Date> LocalTime::parse(std::string_view text) const {
         return std::nullopt;
     }
     struct Place {
-        UCalendarDateFields field;
         std::size_t position, length;
         int highest;
     };
-    constexpr std::array<Place, 6> places{{{UCAL_YEAR, 0, 4, 9999},
-                                           {UCAL_MONTH, 5, 2, 12},
-                                           {UCAL_DATE, 8, 2, 31},
-                                           {UCAL_HOUR_OF_DAY, 11, 2, 23},
-                                           {UCAL_MINUTE, 14, 2, 59},
-                                           {UCAL_SECOND, 17, 2, 59}}};
-    icu::GregorianCalendar& calendar = m_calendar->calendar;
-    calendar.clear();
-    int day = 0;
+    constexpr std::array<Place, 6> places{
+        {{0, 4, 9999}, {5, 2, 12}, {8, 2, 31}, {11, 2, 23}, {14, 2, 59}, {17, 2, 59}}};
+    std::array<int, 6> numbers{};
     for (std::size_t index = 0; index < (hasTime ? 6U : 3U); ++index) {
-        const Place& place = places[index];
-        const std::optional<int> number = digits(text, place.position, place.length);
-        if (!number || *number > place.highest || (index < 3 && *number < 1)) {
+        const std::optional<int> number = digits(text, places[index].position, places[index].length);
+        if (!number || *number > places[index].highest) {
             return std::nullopt;
         }
-        calendar.set(place.field, place.field == UCAL_MONTH ? *number - 1 : *number);
-        if (place.field == UCAL_DATE) {
-            day = *number;
-        }
+        numbers[index] = *number;
     }
-    const Date date = m_calendar->date();
-    return m_calendar->field(UCAL_DATE) == day ? std::optional(date) : std::nullopt;
+    using namespace std::chrono;
+    const year_month_day day{year(numbers[0]), month(static_cast<unsigned>(numbers[1])),
+                             std::chrono::day(static_cast<unsigned>(numbers[2]))};
+    if (numbers[0] < 1 || !day.ok()) {
+        return std::nullopt;
+    }
+    const Date date = dateOf(local_days(day) + hours(numbers[3]) + minutes(numbers[4]) + seconds(numbers[5]));
+    // A day that the clocks leave out as a whole is none.
+    return floor<days>(localOf(date)) == local_days(day) ? std::optional(date) : std::nullopt;
 }
 
 std::string LocalTime::format(Date date) const {
-    Calendar& calendar = *m_calendar;
-    calendar.calendar.setTime(millisecondsOf(date), calendar.status);
+    using namespace std::chrono;
+    const local_seconds local = localOf(date);
+    const auto midnight = floor<days>(local);
+    const year_month_day day(midnight);
+    const hh_mm_ss time(local - midnight);
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", calendar.field(UCAL_EXTENDED_YEAR),
-                  calendar.field(UCAL_MONTH) + 1, calendar.field(UCAL_DATE), calendar.field(UCAL_HOUR_OF_DAY),
-                  calendar.field(UCAL_MINUTE), calendar.field(UCAL_SECOND));
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02d", static_cast<int>(day.year()),
+                  static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                  static_cast<int>(time.seconds().count()));
     return text.data();
 }
 
-Date LocalTime::addingDays(Date date, int days) const {
-    m_calendar->calendar.setTime(millisecondsOf(date), m_calendar->status);
-    m_calendar->calendar.add(UCAL_DATE, days, m_calendar->status);
-    return m_calendar->date();
-}
+Date LocalTime::addingDays(Date date, int days) const { return dateOf(localOf(date) + std::chrono::days(days)); }
 
 Date LocalTime::dayOfWithTimeOf(Date day, Date time) const {
     const std::string text = format(day).substr(0, 10) + format(time).substr(10);

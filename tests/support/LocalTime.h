@@ -1,7 +1,9 @@
 #pragma once
 
-#include "core/Date.h"
+#include "region/TimeZone.h"
+#include "values/Date.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,9 +16,7 @@ namespace kpx::test {
 /// a transcript must not be written by the very code it checks.
 class LocalTime {
 public:
-    /// An unknown or empty name counts as UTC, as it does for the program.
-    explicit LocalTime(const std::string& timeZone);
-    ~LocalTime();
+    explicit LocalTime(std::shared_ptr<const TimeZone> zone) : m_zone(std::move(zone)) {}
 
     /// "2024-03-05" (00:00:00, or the first moment that day has) or "2024-03-05T08:30:00". Null for
     /// anything else, such as a 30 February.
@@ -29,8 +29,10 @@ public:
     Date dayOfWithTimeOf(Date day, Date time) const;
 
 private:
-    struct Calendar;
-    std::unique_ptr<Calendar> m_calendar;
+    std::chrono::local_seconds localOf(Date date) const;
+    Date dateOf(std::chrono::local_seconds local) const;
+
+    std::shared_ptr<const TimeZone> m_zone;
 };
 
 }  // namespace kpx::test

@@ -51,7 +51,10 @@ void NotificationDouble::scheduleNotification(const UserNotification& notificati
 }
 
 void NotificationDouble::deliver(Entry& entry, Date delivery) {
-    report("deliver", describe(entry.notification, delivery));
+    const bool shows = !shouldPresentNotification || shouldPresentNotification(entry.notification);
+    if (shows) {
+        report("deliver", describe(entry.notification, delivery));
+    }
     if (std::ranges::none_of(m_delivered, [&](const auto& other) { return isSame(other, entry.notification); })) {
         m_delivered.push_back(entry.notification);
     }
@@ -67,6 +70,9 @@ std::optional<Date> NotificationDouble::nextDue() const {
             earliest = entry.due;
         }
     }
+    if (m_standingLead && (!earliest || m_standingDue < *earliest)) {
+        earliest = m_standingDue;
+    }
     return earliest;
 }
 
@@ -79,9 +85,50 @@ void NotificationDouble::wake(Date now) {
             }
         }
     }
+    while (m_standingLead && m_standingDue <= now) {
+        deliverStanding(m_standingDue);
+        m_standingDue = m_localTime.addingDays(m_standingDue, 1);
+    }
+}
+
+void NotificationDouble::setStandingLead(std::optional<int> days) {
+    if (!m_standingLead) {
+        const Date now = m_clock.now();
+        const Date today = *m_localTime.parse(m_localTime.format(now).substr(0, 10) + "T08:00:00");
+        m_standingDue = today > now ? today : m_localTime.addingDays(today, 1);
+    }
+    m_standingLead = days;
+}
+
+void NotificationDouble::deliverStanding(Date delivery) {
+    const auto refills = refillsToOrder({.day = delivery, .missed = 0, .lead = *m_standingLead}, remindedBy(delivery));
+    if (!refills) {
+        return;
+    }
+    report("deliver", Json{{"standing", true}, {"title", refills->title}, {"text", refills->text}});
+    m_standing.emplace();
+    m_standing->title = refills->title;
+    m_standing->informativeText = refills->text;
+    m_standing->deliveryDate = delivery;
+    m_standing->isStanding = true;
+}
+
+std::vector<RemindedPrescription> NotificationDouble::remindedBy(Date delivery) const {
+    std::vector<RemindedPrescription> reminded;
+    for (const Entry& entry : m_scheduled) {
+        const auto prescription = prescriptionFromReminderText(entry.notification.informativeText);
+        if (prescription && entry.notification.deliveryDate <= delivery) {
+            reminded.push_back(*prescription);
+        }
+    }
+    return reminded;
 }
 
 void NotificationDouble::removeDeliveredNotification(const UserNotification& notification) {
+    if (notification.isStanding) {
+        m_standing.reset();
+        return;
+    }
     report("removeDelivered", Json{{"text", notification.informativeText}});
     std::erase_if(m_delivered, [&](const UserNotification& other) { return isSame(other, notification); });
 }
@@ -101,6 +148,13 @@ std::vector<UserNotification> NotificationDouble::scheduled() const {
 
 void NotificationDouble::activate(std::size_t index) {
     const UserNotification notification = m_scheduled.at(index).notification;
+    if (didActivateNotification) {
+        didActivateNotification(notification);
+    }
+}
+
+void NotificationDouble::activateStanding() {
+    const UserNotification notification = *m_standing;
     if (didActivateNotification) {
         didActivateNotification(notification);
     }

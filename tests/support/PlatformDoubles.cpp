@@ -29,9 +29,11 @@ void WindowDouble::terminate() {
 
 void WindowDouble::log(const std::string& text) { m_sink(Json{{"event", "log"}, {"text", text}}); }
 
-bool WorkspaceDouble::open(const std::string& target) {
+void WorkspaceDouble::open(const std::string& target, std::function<void()> failed) {
     m_sink(Json{{"event", "open"}, {"target", target}});
-    return m_openingWorks;
+    if (!m_openingWorks && failed) {
+        failed();
+    }
 }
 
 WorkspaceDouble::FileType WorkspaceDouble::typeOfFile(const std::filesystem::path& file) {
@@ -75,6 +77,13 @@ std::vector<std::filesystem::path> WorkspaceDouble::applicationSupportDirectorie
     std::error_code ignored;
     std::filesystem::create_directories(m_applicationSupport, ignored);
     return {m_applicationSupport};
+}
+
+void FileChooserDouble::chooseFile(const std::filesystem::path&,
+                                   std::function<void(const std::filesystem::path& file)> chosen) {
+    if (const auto answer = std::exchange(m_answer, std::nullopt)) {
+        chosen(*answer);
+    }
 }
 
 void SystemDouble::setDark(bool dark) {

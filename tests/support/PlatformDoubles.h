@@ -4,6 +4,7 @@
 #include "tests/support/Json.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -39,18 +40,43 @@ public:
     WorkspaceDouble(EventSink sink, std::filesystem::path applicationSupport)
         : m_sink(std::move(sink)), m_applicationSupport(std::move(applicationSupport)) {}
 
-    bool open(const std::string& target) override;
+    void open(const std::string& target, std::function<void()> failed) override;
     /// By the name's extension, else by how the file begins.
     FileType typeOfFile(const std::filesystem::path& file) override;
-    std::vector<std::string> runningApplications() override { return {}; }
+    std::vector<std::string> runningApplications() override { return m_runningApplications; }
     std::vector<std::filesystem::path> applicationSupportDirectories() override;
 
     void setOpeningWorks(bool works) { m_openingWorks = works; }
+    void setRunningApplications(std::vector<std::string> names) { m_runningApplications = std::move(names); }
 
 private:
     EventSink m_sink;
     std::filesystem::path m_applicationSupport;
     bool m_openingWorks = true;
+    std::vector<std::string> m_runningApplications;
+};
+
+class FileChooserDouble : public FileChooser {
+public:
+    void chooseFile(const std::filesystem::path& folder,
+                    std::function<void(const std::filesystem::path& file)> chosen) override;
+
+    /// What the next chooser answers, once; none cancels, as at first.
+    void setAnswer(std::optional<std::filesystem::path> file) { m_answer = std::move(file); }
+
+private:
+    std::optional<std::filesystem::path> m_answer;
+};
+
+class ClipboardDouble : public Clipboard {
+public:
+    std::string address() override { return m_address; }
+    void setText(const std::string& plain, const std::string&) override { m_address = plain; }
+
+    void setAddress(std::string address) { m_address = std::move(address); }
+
+private:
+    std::string m_address;
 };
 
 class SystemDouble : public SystemInformation {
@@ -110,7 +136,7 @@ public:
 private:
     /// Absolute, so that nothing is read below the current folder by accident.
     std::filesystem::path m_resources = "/nonexistent/resources";
-    std::string m_version = "1.0";
+    std::string m_version = KPX_VERSION;
 };
 
 }  // namespace kpx::test
