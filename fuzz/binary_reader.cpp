@@ -1,4 +1,4 @@
-#include "core/BinaryPropertyList.h"
+#include "plist/BinaryPropertyList.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "core/OldStylePropertyList.h"
+#include "plist/OldStylePropertyList.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "core/PropertyList.h"
+#include "plist/PropertyList.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "core/XmlPropertyList.h"
+#include "plist/XmlPropertyList.h"
 
 #include <cstddef>
 #include <cstdint>
