@@ -5,6 +5,7 @@
 
 #include <stdlib.h>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 namespace kpx::bench {
@@ -16,10 +17,10 @@ public:
         std::string pattern = (std::filesystem::temp_directory_path() / "householdXXXXXX").string();
         m_dataHome = mkdtemp(pattern.data());
         std::filesystem::create_directory(folder());
-        writeArray(m_household.patients, folder(), patientFile);
-        writeArray(m_household.pharmacies, folder(), pharmacyFile);
-        writeArray(m_household.prescribers, folder(), prescriberFile);
-        writeArray(m_household.drugs, folder(), drugFile);
+        write(m_household.patients, patientFile);
+        write(m_household.pharmacies, pharmacyFile);
+        write(m_household.prescribers, prescriberFile);
+        write(m_household.drugs, drugFile);
         writeHistory();
     }
     ~HouseholdFolder() { std::filesystem::remove_all(m_dataHome); }
@@ -30,9 +31,15 @@ public:
     std::filesystem::path folder() const { return m_dataHome / dataFolderName; }
     const Records& history() const { return m_household.history; }
     /// The history file as it was at first.
-    void writeHistory() const { writeArray(m_household.history, folder(), prescriptionHistoryFile); }
+    void writeHistory() const { write(m_household.history, prescriptionHistoryFile); }
 
 private:
+    void write(const Records& records, std::string_view file) const {
+        if (!writeArray(records, folder(), file)) {
+            throw std::runtime_error("the household cannot be written");
+        }
+    }
+
     test::Household m_household;
     std::filesystem::path m_dataHome;
 };

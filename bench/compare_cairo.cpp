@@ -32,7 +32,7 @@ const kpx::Document& report(std::size_t count) {
     const auto metrics = kpx::ReportPainter::metrics(kpx::reportBodyFontSize);
     return made
         .emplace(count,
-                 kpx::printReport(kpx::allPrescriptionsReport, records, 0, 0, environment, {}, metrics, {}).document)
+                 kpx::printReport(kpx::allPrescriptionsReport, records, 0, 0, 0, environment, {}, metrics, {}).document)
         .first->second;
 }
 

@@ -1,4 +1,4 @@
-#include "core/PropertyList.h"
+#include "plist/PropertyList.h"
 #include "tests/support/HouseholdGenerator.h"
 
 #include <benchmark/benchmark.h>

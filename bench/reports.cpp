@@ -29,7 +29,7 @@ void assembleAndLayOut(benchmark::State& state) {
         const auto& order = kpx::reportKind(type)->order;
         kpx::doSortWithArray(sorted, order[0], order[1], order[2], environment);
         benchmark::DoNotOptimize(
-            kpx::printReport(type, sorted, 0, 0, environment, {}, kpx::FontMetrics{7.42578125, 1.88671875}, {}));
+            kpx::printReport(type, sorted, 0, 0, 0, environment, {}, kpx::FontMetrics{7.42578125, 1.88671875}, {}));
     }
     state.SetItemsProcessed(state.iterations() * state.range(1));
     state.SetComplexityN(state.range(1));

@@ -13,7 +13,7 @@ using namespace kpx;
 struct Application {
     explicit Application(const benchmark::State& state)
         : household(static_cast<std::size_t>(state.range(0))),
-          platform({"America/New_York", "en_US", household.dataHome(), {}}, [](const test::Json&) {}),
+          platform({test::regionOf("en_US", "America/New_York"), household.dataHome(), {}}, [](const test::Json&) {}),
           delegate(platform.ports()) {
         delegate.applicationDidFinishLaunching();
     }
@@ -33,7 +33,8 @@ void bareRead(benchmark::State& state) {
 void start(benchmark::State& state) {
     const bench::HouseholdFolder household(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
-        test::TestPlatform platform({"America/New_York", "en_US", household.dataHome(), {}}, [](const test::Json&) {});
+        test::TestPlatform platform({test::regionOf("en_US", "America/New_York"), household.dataHome(), {}},
+                                    [](const test::Json&) {});
         KPXAppDelegate delegate(platform.ports());
         delegate.applicationDidFinishLaunching();
     }
