@@ -93,7 +93,8 @@ def findings(texts, entries):
 def template(texts):
     lines = []
     for key, text in sorted(texts.found.items(), key=lambda item: (item[1].places[0], item[0])):
-        lines.append(f"/* {', '.join(text.places)}{'' if text.required else '; a piece of a sentence'} */")
+        places = dict.fromkeys(re.sub(r":\d+$", "", place) for place in text.places)
+        lines.append(f"/* {', '.join(places)}{'' if text.required else '; a piece of a sentence'} */")
         lines.append(f'"{escaped(key)}" = "";\n')
     return "\n".join(lines)
 
