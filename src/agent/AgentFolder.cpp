@@ -67,7 +67,7 @@ void Agent::Wake() {
 void Agent::wakeSoon() {
     if (!std::exchange(m_reloadIsNear, true)) {
         constexpr std::chrono::milliseconds untilTheBurstIsOver{50};
-        QTimer::singleShot(untilTheBurstIsOver, this, &Agent::Wake);
+        m_clock.callAfter(untilTheBurstIsOver, [this] { Wake(); });
     }
 }
 

@@ -52,12 +52,14 @@ void startAtLogin(const std::filesystem::path& program, const std::filesystem::p
         name.toStdString();
     const std::filesystem::path mark = scheduleFolder / "autostart";
     std::error_code error;
+    if (std::filesystem::exists(mark, error)) {
+        return;  // nor is the mark made anew: who watches the folder would be woken
+    }
     if (std::filesystem::exists(std::filesystem::symlink_status(own, error))) {
         static_cast<void>(replaceFile(mark, ""));
         return;
     }
-    const bool installed = !QStandardPaths::locate(QStandardPaths::ConfigLocation, name).isEmpty();
-    if (installed || std::filesystem::exists(mark, error)) {
+    if (!QStandardPaths::locate(QStandardPaths::ConfigLocation, name).isEmpty()) {
         return;
     }
     std::filesystem::create_directories(own.parent_path(), error);

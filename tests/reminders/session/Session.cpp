@@ -4,8 +4,10 @@
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
+#include <QDBusPendingCallWatcher>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -107,6 +109,24 @@ void Session::install(const QString& name, const QString& command) {
 QDBusConnection Session::connect() {
     m_connections.push_back(newConnectionName());
     return QDBusConnection::connectToBus(m_address, m_connections.back());
+}
+
+void Session::settle() {
+    // The bus keeps the order of what it is given: when it has answered the sender, the message is with the receiver
+    // before the bus answers the receiver. So each round brings a conversation at least one message further.
+    constexpr int longestConversation = 12;
+    for (int round = 0; round < longestConversation; ++round) {
+        for (const QString& name : m_connections) {
+            QDBusPendingCallWatcher question(
+                QDBusConnection(name).asyncCall(QDBusMessage::createMethodCall(
+                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"))));
+            QEventLoop loop;
+            QObject::connect(&question, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+            loop.exec();
+            QCoreApplication::processEvents();
+        }
+    }
 }
 
 std::unique_ptr<QProcess> Session::start(const QString& program, const QStringList& arguments, const QString& time) {

@@ -37,6 +37,9 @@ public:
     void install(const QString& name, const QString& command);
     /// A connection of its own, as if of another program.
     QDBusConnection connect();
+    /// Returns when whatever its connections had to say to one another has been said, answers to answers included.
+    /// What other programs do is not waited for.
+    void settle();
 
     /// From now on the agent is started from a folder of its own: no window program stands beside it which a
     /// click could start.
