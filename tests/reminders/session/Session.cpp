@@ -73,7 +73,7 @@ Session::Session() : m_environment(QProcessEnvironment::systemEnvironment()), m_
           QStringLiteral("<busconfig><type>session</type><listen>unix:dir=%1</listen>"
                          "<servicedir>%1/services</servicedir><policy context='default'>"
                          "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/><allow own='*'/>"
-                         "</policy></busconfig>")
+                         "</policy><limit name='max_replies_per_connection'>50000</limit></busconfig>")
               .arg(m_folder.path()));
     m_bus.setProcessEnvironment(m_environment);
     m_bus.setProcessChannelMode(QProcess::SeparateChannels);

@@ -63,11 +63,11 @@ Simulation::Trouble Simulation::nextTrouble() {
 
 void Simulation::day(Trouble trouble) {
     ++m_troubles[names.at(static_cast<std::size_t>(trouble))];
+    if (!m_server) {
+        startServer();  // the agent's clock still shows last night
+    }
     m_now.day += std::chrono::days(1);
     m_now.timeOfDay = 0s;
-    if (!m_server) {
-        startServer();
-    }
     if (!m_agent || !m_agent->isRunning()) {
         startAgent();
     }
