@@ -3,6 +3,7 @@
 #include "ui/Conversions.h"
 #include "values/Unicode.h"
 
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -27,6 +28,10 @@ bool isSeparator(const QString& typed) { return typed.size() == 1 && QStringLite
 DayField::DayField(QWidget* parent) : QDateTimeEdit(parent) {
     // By default the wheel would also take the focus.
     setFocusPolicy(Qt::StrongFocus);
+    // A date is typed day by month by year in languages written from the right too, where the toolkit would turn its
+    // parts around.
+    setLayoutDirection(Qt::LeftToRight);
+    setAlignment(QGuiApplication::isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
 }
 
 void DayField::readText() {

@@ -45,7 +45,6 @@ ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nul
     auto* later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
     show->setObjectName(QStringLiteral("showReminderBtn"));
     later->setObjectName(QStringLiteral("laterReminderBtn"));
-    show->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] {
         accept();
         Q_EMIT showWanted();
@@ -61,6 +60,9 @@ ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nul
     layout->addStretch();
     layout->addWidget(buttons);
     setMinimumWidth(smallestWidth);
+    // Now that it is the dialog's: the desktop decides which button stands first, and the first would have the keys.
+    show->setDefault(true);
+    show->setFocus();
 }
 
 }  // namespace kpx
