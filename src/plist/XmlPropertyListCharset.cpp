@@ -36,23 +36,47 @@ bool isEncodingName(std::string_view name) {
                std::string_view::npos;
 }
 
+/// The brackets and the question mark of a declaration lie at the same places everywhere, letters and quotation marks
+/// do not.
+std::optional<std::string> charsetOfMainframe(std::string_view bytes) {
+    const std::size_t end = bytes.starts_with("\x4C\x6F") ? bytes.find("\x6F\x6E") : std::string_view::npos;
+    if (end == std::string_view::npos) {
+        return std::nullopt;
+    }
+    for (const char* family : {"ibm-37", "ibm-290", "ibm-1026"}) {
+        const auto declaration = utf8FromCharset(bytes.substr(0, end), family);
+        const std::string charset = declaration ? declaredEncoding(*declaration) : std::string();
+        if (isEncodingName(charset) && declaration->starts_with("<?xml")) {
+            return charset;
+        }
+    }
+    return bytes.starts_with("\x4C\x6F\xA7\x94") ? std::optional<std::string>("ibm-37") : std::nullopt;
+}
+
+std::optional<std::string> charsetOfMark(std::string_view bytes) {
+    constexpr std::size_t longestMark = 8;
+    UErrorCode status = U_ZERO_ERROR;
+    const char* charset = ucnv_detectUnicodeSignature(
+        bytes.data(), static_cast<std::int32_t>(std::min(bytes.size(), longestMark)), nullptr, &status);
+    const std::string name = U_SUCCESS(status) && charset ? charset : "";
+    const bool isOfTheParser = name == "UTF-8" || name.starts_with("UTF-16");
+    return name.empty() || isOfTheParser ? std::nullopt : std::optional(name);
+}
+
 }  // namespace
 
 std::optional<std::string> charsetOfXmlBytes(std::string_view bytes) {
-    if (bytes.starts_with("\0\0\xFE\xFF"sv) || bytes.starts_with("\0\0\0<"sv)) {
+    if (bytes.starts_with("\0\0\0<"sv)) {
         return "UTF-32BE";
     }
-    if (bytes.starts_with("\xFF\xFE\0\0"sv) || bytes.starts_with("<\0\0\0"sv)) {
+    if (bytes.starts_with("<\0\0\0"sv)) {
         return "UTF-32LE";
     }
-    if (bytes.starts_with("\x4C\x6F\xA7\x94"sv)) {
-        // Every variant has the letters of a declaration at the same places.
-        constexpr std::size_t enough = 200;
-        const auto declaration = utf8FromCharset(bytes.substr(0, enough), "ibm-37");
-        std::string charset = declaration ? declaredEncoding(*declaration) : std::string();
-        return charset.empty() ? "ibm-37" : charset;
+    if (bytes.starts_with("\x1B$)C")) {
+        return "ISO-2022-KR";
     }
-    return std::nullopt;
+    const std::optional<std::string> charset = charsetOfMainframe(bytes);
+    return charset ? charset : charsetOfMark(bytes);
 }
 
 std::optional<std::string> utf8FromCharset(std::string_view bytes, const std::string& charset) {

@@ -11,8 +11,10 @@ namespace kpx {
 ///
 /// | beginning                            | character set                      |
 /// |--------------------------------------|------------------------------------|
-/// | "<" or a mark in units of four bytes | UTF-32, of that byte order         |
-/// | "<?xm" on a mainframe                | the one that is declared there     |
+/// | "<" in units of four bytes           | UTF-32, of that byte order         |
+/// | the mark of a form of Unicode        | that one                           |
+/// | "ESC $ ) C"                          | ISO-2022-KR                        |
+/// | "<?xml" on a mainframe               | the one that is declared there     |
 std::optional<std::string> charsetOfXmlBytes(std::string_view bytes);
 
 /// The text in UTF-8, without a mark. Null for a name that the internationalisation library does not know, and for
