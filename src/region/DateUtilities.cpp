@@ -248,6 +248,10 @@ std::string monthAndDayFromDate(Date date, const Environment& environment) {
     return environment.region.services().formattedBySkeleton(date, "MMMd");
 }
 
+std::string timeOfDayFromDate(Date date, const Environment& environment) {
+    return environment.region.services().formattedBySkeleton(date, "jmm");
+}
+
 std::string yearFromDate(Date date, const Environment& environment) {
     return componentOfDate(date, "yyyy", environment);
 }
@@ -277,8 +281,7 @@ std::string monthNameFromDate(Date date, const Environment& environment) {
 }
 
 std::string monthAndYearFromDate(Date date, const Environment& environment) {
-    RegionServices& services = environment.region.services();
-    return services.formatted(date, services.monthAndYearPattern());
+    return environment.region.services().formattedBySkeleton(date, "yMMM");
 }
 
 int weekDayNumberFromDate(Date date, const Environment& environment) {

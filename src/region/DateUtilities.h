@@ -56,6 +56,8 @@ std::string longStyleFromDate(Date date, const Environment& environment);
 std::string shortStyleFromDate(Date date, const Environment& environment);
 /// Without the year, as the region writes it: "Dec 20", "20. Dez.".
 std::string monthAndDayFromDate(Date date, const Environment& environment);
+/// Hours and minutes as the region writes them: "1:30 PM", "13:30".
+std::string timeOfDayFromDate(Date date, const Environment& environment);
 std::string yearFromDate(Date date, const Environment& environment);
 std::string monthFromDate(Date date, const Environment& environment);
 std::string dayFromDate(Date date, const Environment& environment);

@@ -254,14 +254,22 @@ std::string RegionServices::formatted(Date date, std::string_view pattern) {
     return written(date, patternFormatter(pattern), *m_timeZone);
 }
 
-std::string RegionServices::formattedBySkeleton(Date date, const char* skeleton) {
+const std::string& RegionServices::patternOfSkeleton(std::string_view skeleton) {
+    const auto known = m_patternsOfSkeletons.find(skeleton);
+    if (known != m_patternsOfSkeletons.end()) {
+        return known->second;
+    }
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::DateTimePatternGenerator> generator(
         icu::DateTimePatternGenerator::createInstance(m_dates, status));
     requireSuccess(status, "date patterns");
-    const icu::UnicodeString pattern = generator->getBestPattern(icu::UnicodeString::fromUTF8(skeleton), status);
+    const icu::UnicodeString pattern = generator->getBestPattern(unicodeFromUtf8(skeleton), status);
     requireSuccess(status, "date pattern");
-    return formatted(date, utf8FromUnicode(pattern));
+    return m_patternsOfSkeletons.emplace(skeleton, utf8FromUnicode(pattern)).first->second;
+}
+
+std::string RegionServices::formattedBySkeleton(Date date, std::string_view skeleton) {
+    return formatted(date, patternOfSkeleton(skeleton));
 }
 
 std::vector<std::string> RegionServices::symbolNames(bool months) {
@@ -284,18 +292,6 @@ const std::vector<std::string>& RegionServices::monthNames() {
 
 const std::vector<std::string>& RegionServices::weekdayNames() {
     return m_weekdayNames ? *m_weekdayNames : m_weekdayNames.emplace(symbolNames(false));
-}
-
-const std::string& RegionServices::monthAndYearPattern() {
-    if (!m_monthAndYearPattern) {
-        UErrorCode status = U_ZERO_ERROR;
-        const std::unique_ptr<icu::DateTimePatternGenerator> generator(
-            icu::DateTimePatternGenerator::createInstance(m_dates, status));
-        requireSuccess(status, "date pattern generator");
-        m_monthAndYearPattern = utf8FromUnicode(generator->getBestPattern("yMMM", status));
-        requireSuccess(status, "pattern of month and year");
-    }
-    return *m_monthAndYearPattern;
 }
 
 const icu::DecimalFormatSymbols& RegionServices::decimalSymbols() {

@@ -56,14 +56,12 @@ struct RegionServices {
     std::string styled(Date date, icu::DateFormat::EStyle style);
     std::string formatted(Date date, std::string_view pattern);
     /// By the pattern that the region has for these fields, in its own order.
-    std::string formattedBySkeleton(Date date, const char* skeleton);
+    std::string formattedBySkeleton(Date date, std::string_view skeleton);
     /// The pattern of the short style, as "M/d/yy".
     std::string shortDatePattern();
     /// Full names as a formatter writes them within a date. Months from January, weekdays from Sunday.
     const std::vector<std::string>& monthNames();
     const std::vector<std::string>& weekdayNames();
-    /// The pattern of a short month with its year.
-    const std::string& monthAndYearPattern();
 
     const icu::DecimalFormatSymbols& decimalSymbols();
     bool hasDecimalComma() const;
@@ -90,6 +88,7 @@ private:
     std::unique_ptr<icu::SimpleDateFormat> makePatternFormatter(const icu::UnicodeString& pattern) const;
     icu::DateFormat& styleFormatter(icu::DateFormat::EStyle style);
     icu::SimpleDateFormat& patternFormatter(std::string_view pattern);
+    const std::string& patternOfSkeleton(std::string_view skeleton);
     std::vector<std::string> symbolNames(bool months);
 
     Conventions m_conventions;
@@ -104,7 +103,7 @@ private:
     std::map<std::string, std::unique_ptr<icu::SimpleDateFormat>, std::less<>> m_patternFormatters;
     std::optional<std::vector<std::string>> m_monthNames;
     std::optional<std::vector<std::string>> m_weekdayNames;
-    std::optional<std::string> m_monthAndYearPattern;
+    std::map<std::string, std::string, std::less<>> m_patternsOfSkeletons;
     std::unique_ptr<icu::DecimalFormatSymbols> m_decimalSymbols;
     std::optional<std::string> m_groupingSeparator;
     std::optional<std::string> m_currencySymbol;

@@ -1,5 +1,6 @@
 #include "ui/Application.h"
 
+#include "region/Numbers.h"
 #include "ui/Conversions.h"
 #include "ui/WindowState.h"
 #include "ui/preview/PreviewWindow.h"
@@ -50,6 +51,9 @@ Application::Application()
     m_ports.files.setMainWindow(&*m_window);
     m_ports.windows.widgetForControl = [this](const Control& control) { return m_binder->widgetForControl(control); };
     m_ports.alerts.widgetForWindow = [this](const std::string& name) { return m_binder->widgetForWindow(name); };
+    m_ports.alerts.writtenCount = [this](int count) {
+        return qstring(copyFormatStringForTextField(count, "#,##0", m_delegate.environment()));
+    };
     QObject::connect(&*m_window, &MainWindow::firstPainted, qApp, [this] { start(); });
     restoreWindowState(*m_window);
     QObject::connect(&*m_window, &MainWindow::closed, qApp, [this] {

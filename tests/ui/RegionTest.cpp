@@ -5,6 +5,7 @@
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
 #include "ui/Conversions.h"
+#include "ui/views/CellText.h"
 #include "ui/views/DayField.h"
 #include "ui/views/RecordTableView.h"
 
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <limits>
 #include <memory>
 
 using namespace kpx;
@@ -46,6 +48,10 @@ private Q_SLOTS:
                                << "66.78";
         QTest::newRow("Greenland") << QByteArray("America/Scoresbysund") << QByteArray("kl_GL.UTF-8") << "66.78";
         QTest::newRow("a rule") << QByteArray("CET-1CEST,M3.5.0,M10.5.0/3") << QByteArray("fr_CH.UTF-8") << "66.78";
+        QTest::newRow("Bangladesh") << QByteArray("Asia/Dhaka") << QByteArray("bn_BD.UTF-8") << "66.78";
+        QTest::newRow("Maharashtra") << QByteArray("Asia/Kolkata") << QByteArray("mr_IN.UTF-8") << "66.78";
+        QTest::newRow("Kazakhstan") << QByteArray("Asia/Almaty") << QByteArray("de_AT.UTF-8") << "66.78";
+        QTest::newRow("Nuuk") << QByteArray("America/Nuuk") << QByteArray("en_DK.UTF-8") << "66.78";
         QTest::newRow("nowhere") << QByteArray("Nowhere/Land") << QByteArray("C.UTF-8") << "66.78";
     }
     void aChangeWithoutAnEditKeepsCentsAndDays() {
@@ -115,6 +121,10 @@ private Q_SLOTS:
         QCOMPARE(field("daysSupply")->text(), QStringLiteral("30"));
         type(*field("initialRefillsTab1"), QStringLiteral("۲"));
         QCOMPARE(field("initialRefillsTab1")->text(), QStringLiteral("2"));
+        // One of two units, of Adlam.
+        field("daysSupply")->clear();
+        composeDigit(*field("daysSupply"), QStringLiteral("\U0001E957"));
+        QCOMPARE(field("daysSupply")->text(), QStringLiteral("7"));
         type(*field("scriptNoteTab1"), QStringLiteral("٣"));
         QCOMPARE(field("scriptNoteTab1")->text(), QStringLiteral("٣"));
         QCOMPARE(dispensed()->displayFormat(), QStringLiteral("d/M/yyyy"));
@@ -160,6 +170,38 @@ private Q_SLOTS:
         QCOMPARE(outlets().scriptNoteTab1.text().size(), std::size_t{100000});
         outlets().scriptNoteTab1.setText(std::string(200000, 'y'));
         QCOMPARE(field("scriptNoteTab1")->text().size(), 200000);
+        const auto fields = m_program->window().findChildren<QLineEdit*>();
+        QVERIFY(fields.size() > 20);
+        for (const QLineEdit* each : fields) {
+            const bool isOfTheToolkit = each->objectName().startsWith(QStringLiteral("qt_"));
+            QVERIFY2(isOfTheToolkit || each->maxLength() == std::numeric_limits<int>::max(),
+                     qPrintable(each->objectName()));
+        }
+    }
+
+    void aNumberOfAlertsAndATimeOfDayAreWrittenAsInTheFields_data() {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("count");
+        QTest::addColumn<QString>("time");
+        QTest::newRow("Germany") << QByteArray("de_DE.UTF-8") << QStringLiteral("1\u202F234")
+                                 << QStringLiteral("13:30");
+        QTest::newRow("Egypt") << QByteArray("ar_EG.UTF-8") << QStringLiteral("1,234") << QStringLiteral("1:30");
+        QTest::newRow("Iran") << QByteArray("fa_IR.UTF-8") << QStringLiteral("1,234") << QStringLiteral("13:30");
+        QTest::newRow("America") << QByteArray("en_US.UTF-8") << QStringLiteral("1,234") << QStringLiteral("1:30");
+    }
+    void aNumberOfAlertsAndATimeOfDayAreWrittenAsInTheFields() {
+        QFETCH(QByteArray, locale);
+        QFETCH(QString, count);
+        QFETCH(QString, time);
+        live("Africa/Cairo", locale);
+        writeOneFill("20240305");
+        QVERIFY(open());
+        QCOMPARE(m_program->ports().alerts.writtenCount(1234), count);
+        const Environment here = m_program->delegate().environment();
+        const Date halfPastOne = dateFromYYMMDDStr("20240305", here).addingSeconds(13.5 * 3600);
+        const QString shown = cellText("when", halfPastOne, here);
+        QVERIFY2(shown.contains(time), qPrintable(shown));
+        QVERIFY(!std::any_of(shown.begin(), shown.end(), [](QChar c) { return c.isDigit() && c.unicode() > 0x7F; }));
     }
 
     void theCalendarWritesTheYearAsTheFieldsDo() {
@@ -174,6 +216,11 @@ private Q_SLOTS:
     }
 
 private:
+    static void composeDigit(QLineEdit& field, const QString& digit) {
+        QInputMethodEvent composed;
+        composed.setCommitString(digit);
+        QCoreApplication::sendEvent(&field, &composed);
+    }
     static void live(const QByteArray& zone, const QByteArray& locale) {
         qputenv("TZ", zone);
         qputenv("LC_ALL", locale);

@@ -33,7 +33,9 @@ bool TypingFilter::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool TypingFilter::typeAnother(const QString& typed) {
-    if (typed.isEmpty() || !typed.at(0).isPrint() || m_widget.isReadOnly()) {
+    // A digit of some scripts is two units long.
+    const bool isText = !typed.isEmpty() && QChar::isPrint(typed.toUcs4().constFirst());
+    if (!isText || m_widget.isReadOnly()) {
         return false;
     }
     const bool hasSelection = m_widget.hasSelectedText();

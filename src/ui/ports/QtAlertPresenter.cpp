@@ -25,7 +25,7 @@ void QtAlertPresenter::beginSheet(const std::string& window, const Alert& alert,
     if (same != requests.end()) {
         same->completions.push_back(std::move(completion));
         if (same->box) {
-            same->box->setTimes(static_cast<int>(same->completions.size()));
+            showTimes(*same);
         }
         return;
     }
@@ -38,8 +38,8 @@ void QtAlertPresenter::beginSheet(const std::string& window, const Alert& alert,
 void QtAlertPresenter::showNext(const std::string& window) {
     Request& request = m_requests[window].front();
     auto* box = new AlertBox(request.alert, widgetForWindow ? widgetForWindow(window) : nullptr);
-    box->setTimes(static_cast<int>(request.completions.size()));
     request.box = box;
+    showTimes(request);
     box->setAttribute(Qt::WA_DeleteOnClose);
     if (request.help) {
         QObject::connect(box, &AlertBox::helpWanted, box, request.help);
@@ -62,6 +62,11 @@ void QtAlertPresenter::showNext(const std::string& window) {
         }
     });
     box->open();
+}
+
+void QtAlertPresenter::showTimes(const Request& request) {
+    const auto times = static_cast<int>(request.completions.size());
+    request.box->setTimes(times, times > 1 ? writtenCount(times) : QString());
 }
 
 int QtAlertPresenter::runModal(const Alert& alert) {

@@ -20,6 +20,8 @@ class QtAlertPresenter : public AlertPresenter {
 public:
     /// The widget of a window or sheet by name; null for none. Must be set before the first alert.
     std::function<QWidget*(const std::string& window)> widgetForWindow;
+    /// A count as the region writes it. Must be set before the first alert.
+    std::function<QString(int count)> writtenCount;
 
     void beginSheet(const std::string& window, const Alert& alert, std::function<void(int returnCode)> completion,
                     std::function<void()> help) override;
@@ -35,6 +37,7 @@ private:
         QPointer<AlertBox> box;
     };
     void showNext(const std::string& window);
+    void showTimes(const Request& request);
 
     /// By window, the alerts not yet answered; the first of them is showing.
     std::map<std::string, std::deque<Request>> m_requests;

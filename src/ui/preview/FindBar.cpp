@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QToolButton>
 
+#include <limits>
+
 namespace kpx {
 
 FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)), m_outcome(new QLabel(this)) {
@@ -15,6 +17,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)
     m_words->setAccessibleName(tr("Words to find"));
     m_words->setPlaceholderText(tr("Find in this report"));
     m_words->setClearButtonEnabled(true);
+    m_words->setMaxLength(std::numeric_limits<int>::max());
     m_words->installEventFilter(this);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 4);

@@ -177,8 +177,9 @@ void AlertBox::keyPressEvent(QKeyEvent* event) {
     QMessageBox::keyPressEvent(event);
 }
 
-void AlertBox::setTimes(int times) {
+void AlertBox::setTimes(int times, const QString& written) {
     m_times = times;
+    m_writtenTimes = written;
     if (m_times == m_shownTimes) {
         return;
     }
@@ -189,8 +190,7 @@ void AlertBox::setTimes(int times) {
             if (m_times != m_shownTimes) {
                 m_shownTimes = m_times;
                 setInformativeText(
-                    (m_informativeText + QLatin1Char(' ') + tr("(%1 times)").arg(QLocale().toString(m_times)))
-                        .trimmed());
+                    (m_informativeText + QLatin1Char(' ') + tr("(%1 times)").arg(m_writtenTimes)).trimmed());
             }
         },
         Qt::QueuedConnection);

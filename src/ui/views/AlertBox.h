@@ -20,8 +20,8 @@ public:
 
     /// What the pressed button answers with; after a close by any other way, what Escape answers with.
     int returnCode() const;
-    /// How often the alert was asked for; from 2 on its last line says so.
-    void setTimes(int times);
+    /// How often the alert was asked for, and how the region writes that; from 2 on its last line says so.
+    void setTimes(int times, const QString& written);
 
 Q_SIGNALS:
     /// The help button was pressed; the alert stays.
@@ -41,6 +41,7 @@ private:
     QScrollArea* m_scroll = nullptr;  ///< null as long as the texts have room
     QString m_informativeText;
     int m_times = 1;
+    QString m_writtenTimes;
     int m_shownTimes = 1;
 };
 

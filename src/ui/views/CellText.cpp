@@ -7,8 +7,6 @@
 #include "ui/Translations.h"
 
 #include <QCoreApplication>
-#include <QLocale>
-#include <QTime>
 
 #include <algorithm>
 #include <array>
@@ -32,11 +30,6 @@ bool contains(const std::array<std::string_view, size>& columns, const std::stri
     return std::ranges::find(columns, column) != columns.end();
 }
 
-QString timeOfDay(Date date, const Environment& environment) {
-    const QTime time = QTime::fromString(qstring(componentOfDate(date, "HH:mm", environment)), QStringLiteral("HH:mm"));
-    return QLocale().toString(time, QLocale::ShortFormat);
-}
-
 }  // namespace
 
 QString cellText(const std::string& column, const Value& value, const Environment& environment) {
@@ -45,7 +38,7 @@ QString cellText(const std::string& column, const Value& value, const Environmen
     }
     const QString shown = qstring(shownText(column, value, environment, {}));
     const Date* date = column == "when" ? value.as<Date>() : nullptr;
-    return date ? shown + QStringLiteral("  ") + timeOfDay(*date, environment) : shown;
+    return date ? shown + QStringLiteral("  ") + qstring(timeOfDayFromDate(*date, environment)) : shown;
 }
 
 Qt::Alignment cellAlignment(const std::string& column) {

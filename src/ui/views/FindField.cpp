@@ -5,9 +5,12 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+#include <limits>
+
 namespace kpx {
 
 FindField::FindField(QWidget* table) : QLineEdit(table) {
+    setMaxLength(std::numeric_limits<int>::max());
     setProperty("ownedByWindow", true);
     setAccessibleName(tr("Find"));
     setPlaceholderText(tr("Find"));
