@@ -4,6 +4,7 @@
     test_install.py CMAKE BUILD_FOLDER
 """
 
+import configparser
 import os
 import pathlib
 import re
@@ -77,6 +78,45 @@ class Installed(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual(checked("desktop-file-validate", self.place / name), (0, ""))
         self.assertIn("\nActions=schedule;\n", self.read(f"share/applications/{NAME}.desktop"))
+
+    def test_units_start_the_agent_as_the_login_entry_does(self):
+        with tempfile.TemporaryDirectory() as home:
+            # Read by a user's own manager as it would be, but nothing of the user's or the machine's is looked at.
+            ended = subprocess.run(
+                ["systemd-analyze", "--user", "--man=no", "--generators=no", "verify"]
+                + sorted(str(unit) for unit in self.units.glob("velmora-*")),
+                capture_output=True, text=True, check=False,
+                env={"PATH": os.environ["PATH"], "HOME": home, "XDG_RUNTIME_DIR": home})
+        # What it says of a program that does not lie there yet is no fault of the unit's.
+        faults = [line for line in ended.stderr.splitlines() if "is not executable" not in line]
+        self.assertEqual(faults, [])
+        service = self.unit("velmora-reminders.service")
+        login = re.search(r"^Exec=(.*)$", self.read(f"etc/xdg/autostart/{NAME}.Reminders.desktop"), flags=re.MULTILINE)
+        self.assertEqual(service["Service"]["ExecStart"], login[1])
+        self.assertEqual(service["Service"]["Restart"], "on-failure")
+        self.assertEqual(service["Service"]["KillMode"], "process", "a click's window program lives on")
+        self.assertNotIn("Type", service["Service"], "the agent stays, and tells nobody that it is ready")
+
+    def test_the_timer_comes_with_the_reminders_and_is_wanted(self):
+        timer = self.unit("velmora-reminders.timer")["Timer"]
+        schedule = pathlib.Path(__file__).parents[2].joinpath("src/reminders/Schedule.h").read_text(encoding="utf-8")
+        hour = int(re.search(r"deliveryTime\{(\d+)\}", schedule)[1])
+        self.assertEqual(timer["OnCalendar"], f"*-*-* {hour:02}:00:00")
+        self.assertEqual(timer["Persistent"], "true", "a day that was slept through is made up for")
+        self.assertIn("OnStartupSec", timer, "and a login after that hour")
+        self.assertNotIn("Unit", timer, "it starts the service of its own name")
+        wanted = self.units / "timers.target.wants" / "velmora-reminders.timer"
+        self.assertEqual(wanted.resolve(), (self.units / "velmora-reminders.timer").resolve())
+
+    @property
+    def units(self):
+        return self.place / "lib/systemd/user"
+
+    def unit(self, name):
+        unit = configparser.ConfigParser(strict=True, interpolation=None)
+        unit.optionxform = str
+        unit.read_string((self.units / name).read_text(encoding="utf-8"))
+        return unit
 
     def test_the_page_of_the_program_is_valid(self):
         page = self.place / f"share/metainfo/{NAME}.metainfo.xml"
