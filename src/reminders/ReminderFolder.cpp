@@ -81,10 +81,19 @@ std::optional<std::vector<Reminder>> remindersIn(const std::filesystem::path& pa
     return reminders;
 }
 
-std::optional<Reminder> foundIn(const std::filesystem::path& path, std::string_view identifier) {
-    const auto reminders = remindersIn(path).value_or(std::vector<Reminder>());
-    const auto found = std::ranges::find(reminders, identifier, &Reminder::identifier);
-    return found == reminders.end() ? std::nullopt : std::optional(*found);
+/// What is known of an identifier: that it is not there is known only where the folder can be read.
+struct Search {
+    bool isKnown = false;
+    std::optional<Reminder> found;
+};
+
+Search searchIn(const std::filesystem::path& path, std::string_view identifier) {
+    const auto reminders = remindersIn(path);
+    if (!reminders) {
+        return {};
+    }
+    const auto found = std::ranges::find(*reminders, identifier, &Reminder::identifier);
+    return {true, found == reminders->end() ? std::nullopt : std::optional(*found)};
 }
 
 std::optional<ReminderContent> contentFromBytes(std::string_view bytes) {
@@ -143,7 +152,7 @@ std::optional<std::vector<Reminder>> ReminderFolder::load() const {
 
 std::optional<Reminder> ReminderFolder::find(std::string_view identifier) const {
     const Turn turn(m_path);
-    return foundIn(m_path, identifier);
+    return searchIn(m_path, identifier).found;
 }
 
 std::optional<Reminder> ReminderFolder::findByText(std::string_view text) const {
@@ -182,15 +191,16 @@ bool ReminderFolder::add(const Reminder& reminder, const ReminderContent& conten
         return false;
     }
     const Turn turn(m_path);
-    return foundIn(m_path, reminder.identifier) ||
-           (write(m_path / fileNameFromReminder(reminder), content) && synchronize());
+    const Search search = searchIn(m_path, reminder.identifier);
+    return search.isKnown &&
+           (search.found || (write(m_path / fileNameFromReminder(reminder), content) && synchronize()));
 }
 
 bool ReminderFolder::withdraw(std::string_view identifier) const {
     const Turn turn(m_path);
-    const auto reminder = foundIn(m_path, identifier);
+    const auto [isKnown, reminder] = searchIn(m_path, identifier);
     if (!reminder || reminder->phase == Phase::Withdrawn) {
-        return true;
+        return isKnown;
     }
     if (reminder->phase != Phase::Shown) {
         return remove(*reminder);
@@ -232,7 +242,10 @@ bool ReminderFolder::setStandingLead(std::optional<int> lead, LocalTime now) con
         return false;
     }
     const Turn turn(m_path);
-    auto standing = foundIn(m_path, standingIdentifier);
+    auto [isKnown, standing] = searchIn(m_path, standingIdentifier);
+    if (!isKnown) {
+        return false;
+    }
     if (standing && standing->phase == Phase::Withdrawn) {
         // Its notification stays on the screen: nobody is left to close it.
         if (!remove(*standing)) {

@@ -73,6 +73,23 @@ TEST_F(ReminderFolderTest, ReadsBackExactlyWhatWasAdded) {
     }
 }
 
+TEST_F(ReminderFolderTest, WhatCannotBeReadNowIsNotTakenForGone) {
+    const LocalTime now{m_reminder.firstDay, std::chrono::hours(12)};
+    ASSERT_TRUE(m_folder.add(m_reminder, {"title", "text"}));
+    ASSERT_TRUE(m_folder.setStandingLead(3, now));
+    std::filesystem::rename(m_path, m_base / "elsewhere");
+    std::ofstream(m_path) << "in the way";
+    EXPECT_FALSE(m_folder.withdraw(m_reminder.identifier));
+    EXPECT_FALSE(m_folder.add(m_reminder, {"title", "text"}));
+    EXPECT_FALSE(m_folder.setStandingLead(std::nullopt, now));
+    EXPECT_FALSE(m_folder.setStandingLead(7, now));
+    std::filesystem::remove(m_path);
+    EXPECT_TRUE(m_folder.withdraw(m_reminder.identifier)) << "a folder that is not there holds nothing";
+    std::filesystem::rename(m_base / "elsewhere", m_path);
+    EXPECT_EQ(loaded().size(), 2U);
+    EXPECT_EQ(m_folder.standingLead(), 3);
+}
+
 TEST_F(ReminderFolderTest, NobodyElseCanRead) {
     ASSERT_TRUE(m_folder.add(m_reminder, {"title", "text"}));
     struct stat status {};

@@ -61,9 +61,8 @@ LocalTime localTimeNow(const Environment& environment) {
 }  // namespace
 
 QtUserNotificationCenter::QtUserNotificationCenter(std::function<Environment()> environment,
-                                                   std::filesystem::path folder)
+                                                   std::filesystem::path folder, std::chrono::milliseconds betweenTries)
     : m_environment(std::move(environment)), m_folder(std::move(folder)) {
-    constexpr std::chrono::minutes betweenTries{1};
     m_nextTry.setInterval(betweenTries);
     QObject::connect(&m_nextTry, &QTimer::timeout, &m_nextTry, [this] { tryUnwritten(); });
 }
@@ -147,8 +146,12 @@ std::string QtUserNotificationCenter::identifierOf(const UserNotification& notif
     if (!notification.identifier.empty()) {
         return notification.identifier;
     }
-    const auto onDisk = m_folder.findByText(notification.informativeText);
-    return onDisk ? onDisk->identifier : std::string();
+    if (const auto onDisk = m_folder.findByText(notification.informativeText)) {
+        return onDisk->identifier;
+    }
+    const auto unwritten = std::ranges::find(m_unwritten, notification.informativeText,
+                                             [](const Unwritten& entry) { return entry.content.text; });
+    return unwritten == m_unwritten.end() ? std::string() : unwritten->reminder.identifier;
 }
 
 std::optional<int> QtUserNotificationCenter::standingLead() {

@@ -5,6 +5,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <vector>
 
@@ -20,7 +21,8 @@ class QtUserNotificationCenter : public UserNotificationCenter {
 public:
     /// `environment` tells the instant and where the user is.
     explicit QtUserNotificationCenter(std::function<Environment()> environment,
-                                      std::filesystem::path folder = remindersFolder());
+                                      std::filesystem::path folder = remindersFolder(),
+                                      std::chrono::milliseconds betweenTries = std::chrono::minutes(1));
 
     /// Comes at 08:00 of the delivery date's calendar day, and daily.
     void scheduleNotification(const UserNotification& notification) override;

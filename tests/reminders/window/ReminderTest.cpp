@@ -3,6 +3,7 @@
 #include "ui/Application.h"
 #include "ui/Conversions.h"
 #include "ui/SingleInstance.h"
+#include "ui/ports/QtUserNotificationCenter.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,9 +16,13 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 
 using namespace kpx;
@@ -157,6 +162,58 @@ private Q_SLOTS:
         QTRY_COMPARE(scheduled().size(), 0);
     }
 
+    void whatTheFolderDoesNotTakeIsTriedAgain() {
+        QVERIFY(startUp(*m_program));
+        const QTemporaryDir base;
+        const std::filesystem::path folder = base.filePath(QStringLiteral("reminders")).toStdString();
+        const ReminderFolder reminders(folder);
+        QtUserNotificationCenter centre(
+            [] {
+                return Environment{Date(), Region("en_US", "UTC")};
+            },
+            folder, std::chrono::milliseconds(50));
+        putInTheWay(folder);
+        const UserNotification due = reminder("Ann Holloway", "Vitamin D3 drops", QDateTime::currentDateTime());
+        centre.scheduleNotification(due);
+        centre.setStandingLead(7);
+        // It is promised, and known to the sheet and to the agent, which keeps it in a folder of its own here.
+        QCOMPARE(centre.scheduledNotifications().size(), 1U);
+        QCOMPARE(centre.standingLead(), 7);
+        QTRY_COMPARE(scheduled().size(), 1);
+        std::filesystem::remove(folder);
+        QTRY_COMPARE(reminders.load().value_or(std::vector<Reminder>()).size(), 2U);
+        QCOMPARE(reminders.standingLead(), 7);
+        QVERIFY(
+            scheduled().front().startsWith(QString::fromStdString(centre.scheduledNotifications().front().identifier)));
+
+        const UserNotification kept = centre.scheduledNotifications().front();
+        std::filesystem::rename(folder, folder.string() + "-away");
+        putInTheWay(folder);
+        centre.removeScheduledNotification(kept);
+        centre.setStandingLead(std::nullopt);
+        QCOMPARE(centre.standingLead(), std::nullopt);
+        std::filesystem::remove(folder);
+        std::filesystem::rename(folder.string() + "-away", folder);
+        QTRY_COMPARE(reminders.load().value_or(std::vector<Reminder>(1)).size(), 0U);
+    }
+
+    void whatNoDiskHoldsYetIsWithdrawnByItsTextToo() {
+        const QTemporaryDir base;
+        const std::filesystem::path folder = base.filePath(QStringLiteral("reminders")).toStdString();
+        QtUserNotificationCenter centre(
+            [] {
+                return Environment{Date(), Region("en_US", "UTC")};
+            },
+            folder, std::chrono::hours(1));
+        putInTheWay(folder);
+        const UserNotification due = reminder("Ann Holloway", "Vitamin D3 drops", QDateTime::currentDateTime());
+        centre.scheduleNotification(due);
+        QTRY_COMPARE(scheduled().size(), 1);
+        centre.removeScheduledNotification(due);
+        QCOMPARE(centre.scheduledNotifications().size(), 0U);
+        QTRY_COMPARE(scheduled().size(), 0);
+    }
+
     void aDesktopWithoutNotificationsGetsAWindow() {
         QVERIFY(startUp(*m_program));
         UserNotification reminder;
@@ -193,15 +250,20 @@ private:
         });
         return found == windows.end() ? nullptr : *found;
     }
+    static void putInTheWay(const std::filesystem::path& path) { std::ofstream(path) << "in the way"; }
     UserNotification schedule(const std::string& patient, const std::string& drug,
                               const QDateTime& time = QDateTime::currentDateTime().addDays(-1)) {
+        const UserNotification notification = reminder(patient, drug, time);
+        m_program->ports().notifications.scheduleNotification(notification);
+        return notification;
+    }
+    static UserNotification reminder(const std::string& patient, const std::string& drug, const QDateTime& time) {
         UserNotification notification;
         notification.title = "Prescription 'Next Fill Date' Reminder";
         notification.informativeText = "Prescription: " + drug + "\r for patient: " + patient + "\r is due";
         notification.deliveryDate = Date::fromSecondsSince1970(static_cast<double>(time.toSecsSinceEpoch()));
         notification.repeatsDaily = true;
         notification.defaultSound = true;
-        m_program->ports().notifications.scheduleNotification(notification);
         return notification;
     }
     Outlets& outlets() { return m_program->delegate().outlets; }
