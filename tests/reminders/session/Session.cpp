@@ -117,10 +117,9 @@ void Session::settle() {
     constexpr int longestConversation = 12;
     for (int round = 0; round < longestConversation; ++round) {
         for (const QString& name : m_connections) {
-            QDBusPendingCallWatcher question(
-                QDBusConnection(name).asyncCall(QDBusMessage::createMethodCall(
-                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"))));
+            QDBusPendingCallWatcher question(QDBusConnection(name).asyncCall(QDBusMessage::createMethodCall(
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"))));
             QEventLoop loop;
             QObject::connect(&question, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
             loop.exec();
