@@ -286,11 +286,12 @@ void Agent::notificationClicked(std::uint32_t notification, const std::string& i
     if (!m_isDelivering || position == m_reminders.end()) {
         return;  // somebody else's notification
     }
-    closeNotification(*position);
-    Reminder clicked = withoutNotification(*position);
+    const Reminder shown = *position;
+    Reminder clicked = withoutNotification(shown);
     clicked.phase = Phase::Clicked;
     change(position, clicked);
     m_folder.synchronize();
+    closeNotification(shown);  // only now: until the click is on the disk it can be clicked again
     handOver(clicked, token);
 }
 

@@ -63,10 +63,28 @@ void NotificationDaemonDouble::dismiss(uint number) {
     Q_EMIT NotificationClosed(number, byTheUser);
 }
 
+bool NotificationDaemonDouble::endsAtThisStep() {
+    if (m_stepsLeft == 0 || --m_stepsLeft > 0) {
+        return m_hasEnded;
+    }
+    m_hasEnded = true;
+    setDelayedReply(true);
+    disappear();
+    return true;
+}
+
+QStringList NotificationDaemonDouble::GetCapabilities() {
+    static_cast<void>(endsAtThisStep());
+    return m_capabilities;
+}
+
 uint NotificationDaemonDouble::Notify(const QString&, uint replaces, const QString& icon, const QString& title,
                                       const QString& body, const QStringList& actions, const QVariantMap& hints,
                                       int timeout) {
     EXPECT_EQ(replaces, 0U);
+    if (endsAtThisStep()) {
+        return 0;
+    }
     if (isRefusing) {
         ++refused;
         sendErrorReply(QDBusError::Failed, QStringLiteral("not now"));
@@ -91,12 +109,13 @@ uint NotificationDaemonDouble::Notify(const QString&, uint replaces, const QStri
     }
     shown.push_back(notification);
     open.emplace(notification.number, notification);
+    static_cast<void>(endsAtThisStep());
     return notification.number;
 }
 
 void NotificationDaemonDouble::CloseNotification(uint number) {
     constexpr uint byACall = 3;
-    if (open.erase(number) != 0) {
+    if (!endsAtThisStep() && open.erase(number) != 0) {
         Q_EMIT NotificationClosed(number, byACall);
     }
 }

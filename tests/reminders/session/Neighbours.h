@@ -35,6 +35,10 @@ public:
     /// Comes to the bus, leaves it with all it shows.
     void appear();
     void disappear();
+    /// From now on it leaves the bus at its so-many-th step: a call received is one, and the effect of a call before
+    /// it is answered another. 0 lets it stay.
+    void endAtStep(int step) { m_stepsLeft = step; }
+    bool hasEnded() const { return m_hasEnded; }
 
     int timesShown(const QString& body) const;
     uint numberOf(const QString& body) const;
@@ -50,7 +54,7 @@ public:
     int refused = 0;
 
 public Q_SLOTS:
-    QStringList GetCapabilities() const { return m_capabilities; }
+    QStringList GetCapabilities();
     uint Notify(const QString& program, uint replaces, const QString& icon, const QString& title, const QString& body,
                 const QStringList& actions, const QVariantMap& hints, int timeout);
     void CloseNotification(uint number);
@@ -61,9 +65,14 @@ Q_SIGNALS:
     void NotificationClosed(uint number, uint reason);
 
 private:
+    /// True when this was the last one; what is under way is then never answered.
+    bool endsAtThisStep();
+
     QDBusConnection m_bus;
     QStringList m_capabilities;
     uint m_lastNumber = 0;
+    int m_stepsLeft = 0;
+    bool m_hasEnded = false;
 };
 
 /// The window program as the agent sees it: takes clicked reminders and withdraws them.

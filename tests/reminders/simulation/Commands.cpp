@@ -32,8 +32,11 @@ void Commands::read() {
     for (qsizetype end = m_unread.indexOf('\n'); end >= 0; end = m_unread.indexOf('\n')) {
         const QString line = QString::fromUtf8(m_unread.left(end));
         m_unread.remove(0, end + 1);
-        m_run(line.split(QLatin1Char('\t')));
-        settle();
+        const QStringList words = line.split(QLatin1Char('\t'));
+        m_run(words);
+        if (words.first() != QStringLiteral("kill")) {  // whose steps are those of what comes next
+            settle();
+        }
         tell(QStringLiteral("done"));
     }
     m_input.setEnabled(true);
