@@ -31,9 +31,9 @@ Application::Application()
     : m_translations(LocalizedStrings(m_ports.bundle.resources(), languageOf(m_ports)), languageOf(m_ports)),
       m_delegate(m_ports.ports()) {
     installStyle(*qApp);
-    showAppearance(*qApp, m_ports.system.isDark());
-    QObject::connect(&m_ports.system, &QtSystemInformation::darkChanged, qApp,
-                     [](bool dark) { showAppearance(*qApp, dark); });
+    showAppearance(*qApp, m_ports.system.scheme());
+    QObject::connect(&m_ports.system, &QtSystemInformation::schemeChanged, qApp,
+                     [](const Scheme& scheme) { showAppearance(*qApp, scheme); });
     QLocale::setDefault(QLocale(qstring(m_ports.system.region().localeName())));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/velmora.svg")));
 

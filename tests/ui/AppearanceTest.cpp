@@ -12,7 +12,7 @@
 using namespace kpx;
 using namespace kpx::test;
 
-/// The desktop's colour scheme, followed while the program runs.
+/// The desktop's colour scheme and contrast, followed while the program runs.
 class AppearanceTest : public QObject {
     Q_OBJECT
 
@@ -39,6 +39,21 @@ private Q_SLOTS:
         setScheme("dark");
         QTRY_COMPARE(icon(program), std::string("calIcon_dark.png"));
         QTRY_VERIFY(isDarkPalette(program.window().palette()));
+    }
+
+    void followsTheContrastInBothSchemes() {
+        writeSmallHousehold();
+        setScheme("high");
+        Application program;
+        QVERIFY(startUp(program));
+        const auto shows = [&program](bool dark, bool highContrast) {
+            return program.window().palette() == paletteOf({.dark = dark, .highContrast = highContrast});
+        };
+        QVERIFY(shows(true, true));
+        setScheme("light");
+        QTRY_VERIFY(shows(false, true));
+        setScheme("normal");
+        QTRY_VERIFY(shows(false, false));
     }
 
 private:

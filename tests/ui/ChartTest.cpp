@@ -67,7 +67,7 @@ private Q_SLOTS:
     void init() { QApplication::setLayoutDirection(Qt::LeftToRight); }
     void cleanup() {
         m_program.reset();
-        showAppearance(*qApp, false);
+        showAppearance(*qApp, {});
         QApplication::setLayoutDirection(Qt::LeftToRight);
     }
 
@@ -140,7 +140,7 @@ private Q_SLOTS:
 
     void coloursFollowTheSchemeAndDifferInLightness() {
         for (const bool dark : {false, true}) {
-            showAppearance(*qApp, dark);
+            showAppearance(*qApp, {.dark = dark});
             BarChartView view;
             show(view, chartOf(12, Chart::Shape::Columns, "Month"));
             const Inks inks = chartInks(view.palette());
@@ -199,7 +199,7 @@ private Q_SLOTS:
             {"empty", Chart()},
         };
         for (const Row& row : rows) {
-            showAppearance(*qApp, row.dark);
+            showAppearance(*qApp, {.dark = row.dark});
             BarChartView view;
             view.setEmptyTitle(QStringLiteral("No costs to draw yet"));
             view.setEmptyText(QStringLiteral("Choose a period and press Show."));
@@ -216,7 +216,7 @@ private Q_SLOTS:
         if (!folder.isEmpty()) {
             for (const bool dark : {false, true}) {
                 open();
-                showAppearance(*qApp, dark);
+                showAppearance(*qApp, {.dark = dark});
                 QTest::mouseClick(&button("showBtnTab3"), Qt::LeftButton);
                 QTest::qWait(100);
                 QVERIFY(m_program->window().grab().save(folder + (dark ? "/tab3-dark.png" : "/tab3.png")));

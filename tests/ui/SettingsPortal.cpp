@@ -1,11 +1,13 @@
-// The settings portal of a desktop, for tests: offers the colour scheme on the session bus. Each line on
-// standard input, "dark" or "light", changes it; each is answered with a line once it holds.
+// The settings portal of a desktop, for tests: offers the colour scheme and the contrast on the session bus.
+// Each line on standard input, "dark", "light", "high" or "normal", changes one of them; each is answered with a line
+// once it holds.
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QFile>
+#include <QHash>
 #include <QSocketNotifier>
 #include <QTextStream>
 
@@ -13,6 +15,8 @@ namespace {
 
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString schemeKey = QStringLiteral("color-scheme");
+const QString contrastKey = QStringLiteral("contrast");
 
 }  // namespace
 
@@ -21,21 +25,29 @@ class SettingsPortal : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    void set(bool dark) {
-        m_dark = dark;
+    void set(const QString& wish) {
+        struct Setting {
+            QString key;
+            uint value;
+        };
+        const QHash<QString, Setting> settings = {{QStringLiteral("dark"), {schemeKey, 1}},
+                                                  {QStringLiteral("light"), {schemeKey, 2}},
+                                                  {QStringLiteral("high"), {contrastKey, 1}},
+                                                  {QStringLiteral("normal"), {contrastKey, 0}}};
+        const auto [key, number] = settings.value(wish);
+        m_values[key] = number;
         QDBusMessage changed = QDBusMessage::createSignal(path, interface, QStringLiteral("SettingChanged"));
-        changed << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
-                << QVariant::fromValue(value());
+        changed << QStringLiteral("org.freedesktop.appearance") << key << QVariant::fromValue(value(key));
         QDBusConnection::sessionBus().send(changed);
     }
 
 public Q_SLOTS:
-    QDBusVariant ReadOne(const QString&, const QString&) { return value(); }
+    QDBusVariant ReadOne(const QString&, const QString& key) { return value(key); }
 
 private:
-    QDBusVariant value() const { return QDBusVariant(QVariant(m_dark ? 1U : 2U)); }
+    QDBusVariant value(const QString& key) const { return QDBusVariant(QVariant(m_values.value(key))); }
 
-    bool m_dark = false;
+    QHash<QString, uint> m_values = {{schemeKey, 2}, {contrastKey, 0}};
 };
 
 int main(int argc, char** argv) {
@@ -55,7 +67,7 @@ int main(int argc, char** argv) {
             QCoreApplication::quit();
             return;
         }
-        portal.set(line == QStringLiteral("dark"));
+        portal.set(line);
         output << line << Qt::endl;
     });
     return QCoreApplication::exec();

@@ -221,8 +221,8 @@ private Q_SLOTS:
 
     void theWarningRedIsReadable_data() {
         QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << lightPalette();
-        QTest::newRow("dark") << darkPalette();
+        QTest::newRow("light") << paletteOf({});
+        QTest::newRow("dark") << paletteOf({.dark = true});
     }
     void theWarningRedIsReadable() {
         QFETCH(QPalette, palette);

@@ -9,12 +9,14 @@ namespace kpx {
 namespace {
 
 constexpr uint preferDark = 1;
+constexpr uint preferHighContrast = 1;
 
 const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
+const QString contrast = QStringLiteral("contrast");
 
 /// Older portals wrap the value twice.
 QVariant unwrapped(QVariant value) {
@@ -24,7 +26,8 @@ QVariant unwrapped(QVariant value) {
     return value;
 }
 
-std::optional<uint> readColorScheme() {
+/// Nothing where no portal answers.
+std::optional<uint> readSetting(const QString& key) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         return std::nullopt;
@@ -34,7 +37,7 @@ std::optional<uint> readColorScheme() {
     for (const char* method : {"ReadOne", "Read"}) {
         QDBusMessage call =
             QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QLatin1String(method));
-        call << appearance << colorScheme;
+        call << appearance << key;
         const QDBusMessage reply = bus.call(call, QDBus::Block, timeOutInMilliseconds);
         if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
             return unwrapped(reply.arguments().constFirst()).toUInt();
@@ -48,7 +51,11 @@ std::optional<uint> readColorScheme() {
 
 }  // namespace
 
-QtSystemInformation::QtSystemInformation() : m_dark(readColorScheme() == preferDark), m_region(variableOfProcess) {
+QtSystemInformation::QtSystemInformation() : m_region(variableOfProcess) {
+    // A portal that does not answer is not asked twice.
+    if (const auto scheme = readSetting(colorScheme)) {
+        m_scheme = {.dark = *scheme == preferDark, .highContrast = readSetting(contrast) == preferHighContrast};
+    }
     QDBusConnection::sessionBus().connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                                           SLOT(settingChanged(QDBusMessage)));
 }
@@ -61,21 +68,29 @@ SystemInformation::Version QtSystemInformation::systemVersion() {
 
 Region QtSystemInformation::region() { return m_region.region(); }
 
-std::string QtSystemInformation::appearanceStyle() { return m_dark ? "Dark" : ""; }
+std::string QtSystemInformation::appearanceStyle() { return m_scheme.dark ? "Dark" : ""; }
 
 void QtSystemInformation::settingChanged(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
-    if (arguments.size() == 3 && arguments[0].toString() == appearance && arguments[1].toString() == colorScheme) {
-        setDark(unwrapped(arguments[2]).toUInt() == preferDark);
-    }
-}
-
-void QtSystemInformation::setDark(bool dark) {
-    if (m_dark == dark) {
+    if (arguments.size() != 3 || arguments[0].toString() != appearance) {
         return;
     }
-    m_dark = dark;
-    Q_EMIT darkChanged(dark);
+    const uint value = unwrapped(arguments[2]).toUInt();
+    Scheme scheme = m_scheme;
+    if (arguments[1].toString() == colorScheme) {
+        scheme.dark = value == preferDark;
+    } else if (arguments[1].toString() == contrast) {
+        scheme.highContrast = value == preferHighContrast;
+    }
+    setScheme(scheme);
+}
+
+void QtSystemInformation::setScheme(const Scheme& scheme) {
+    if (m_scheme == scheme) {
+        return;
+    }
+    m_scheme = scheme;
+    Q_EMIT schemeChanged(scheme);
     if (appearanceDidChange) {
         appearanceDidChange();
     }

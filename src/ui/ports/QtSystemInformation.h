@@ -2,6 +2,8 @@
 
 #include "app/Ports.h"
 
+#include "ui/style/Colors.h"
+
 #include <QDBusMessage>
 #include <QObject>
 
@@ -9,7 +11,8 @@
 
 namespace kpx {
 
-/// Version, region and appearance. The appearance is the desktop portal's colour scheme, followed live.
+/// Version, region and appearance. The appearance is the desktop portal's colour scheme and contrast,
+/// followed live.
 class QtSystemInformation : public QObject, public SystemInformation {
     Q_OBJECT
 
@@ -20,19 +23,19 @@ public:
     Region region() override;
     std::string appearanceStyle() override;
 
-    bool isDark() const { return m_dark; }
+    const Scheme& scheme() const { return m_scheme; }
 
 Q_SIGNALS:
     /// After the setting changed, before appearanceDidChange is called.
-    void darkChanged(bool dark);
+    void schemeChanged(const Scheme& scheme);
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage& message);
 
 private:
-    void setDark(bool dark);
+    void setScheme(const Scheme& scheme);
 
-    bool m_dark = false;
+    Scheme m_scheme;
     CurrentRegion m_region;
 };
 

@@ -1,7 +1,6 @@
 #include "ui/style/Appearance.h"
 
 #include "ui/style/CalmStyle.h"
-#include "ui/style/Colors.h"
 
 #include <QApplication>
 #include <QToolTip>
@@ -16,8 +15,8 @@ void installStyle(QApplication& application) {
     application.setStyle(new CalmStyle);
 }
 
-void showAppearance(QApplication& application, bool dark) {
-    const QPalette palette = dark ? darkPalette() : lightPalette();
+void showAppearance(QApplication& application, const Scheme& scheme) {
+    const QPalette palette = paletteOf(scheme);
     application.setPalette(palette);
     QToolTip::setPalette(palette);
 }

@@ -25,11 +25,13 @@ QColor buttonFill(const QStyleOption* option, bool main) {
         return palette.color(QPalette::Disabled, QPalette::Button);
     }
     QColor fill = palette.color(main ? QPalette::Highlight : QPalette::Button);
-    const QColor ink = palette.color(main ? QPalette::HighlightedText : QPalette::ButtonText);
+    // A filled button turns away from the colour of its text, which stays as readable as before.
+    const bool lightText = palette.color(QPalette::HighlightedText).lightness() > fill.lightness();
+    const QColor shade = !main ? palette.color(QPalette::ButtonText) : lightText ? QColor(Qt::black) : QColor(0xFFFFFF);
     if (isOn(option, QStyle::State_Sunken)) {
-        fill = mixed(fill, ink, 0.16);
+        fill = mixed(fill, shade, 0.16);
     } else if (isOn(option, QStyle::State_MouseOver)) {
-        fill = mixed(fill, ink, 0.07);
+        fill = mixed(fill, shade, 0.07);
     }
     return fill;
 }
