@@ -188,6 +188,7 @@ bool KPXAppDelegate::deleteMaintFromList() {
                       &outlets.prescriberPopTab1, outlets.drugNamePopForShowTab1,
                       showControlsEnabledAfterDelete(history ? history->size() : 0));
     rebuildHistoryTable(history);
+    showFirstSteps(history);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
     refreshPatientPopUpForShowTab1(copyUniqueNamesFromPrescHistFile(outlets.patientPopForShowTab1, MHPatientKey));
     setPatientPop(outlets.patientPopTab2);

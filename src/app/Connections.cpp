@@ -34,6 +34,7 @@ void KPXAppDelegate::connectActions() {
                                m_imageFilePathURL->filename().string());
         }
     };
+    outlets.firstFillBtn.action = [this] { startFirstFill(); };
     outlets.showPrintTableListBtn.action = [this] { respondToPrintBtnPane4(outlets.showPrintTableListBtn); };
 
     outlets.showBtnTab2.action = [this] { respondToShowBtnPane2(); };
@@ -96,6 +97,7 @@ void KPXAppDelegate::connectListSheets() {
         }
     }
     for (ListSheet& list : m_listSheets) {
+        list.firstBtn.action = [this, &list] { openListSheet(list); };
         list.addBtn.action = [this, &list] { doAddFromSheet(list.addBtn); };
         list.changeBtn.action = [this, &list] { changeBtnOnSheetPressed(list.changeBtn); };
         list.deleteBtn.action = [this, &list] { doDeleteDriver(list.deleteBtn); };

@@ -75,6 +75,7 @@ bool KPXAppDelegate::writeToFileAndSetPopups(const InputArray& input, std::optio
     const std::optional<Records>& stored = written ? withArray : fromFile;
 
     rebuildHistoryTable(withArray);
+    showFirstSteps(withArray);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
     // The drug pop-up stands in the show button's place too: Show itself is switched by the tab only.
     enableDisableShow(nullptr, nullptr, outlets.patientPopForShowTab1, outlets.drugNamePopForShowTab1,

@@ -44,7 +44,9 @@ HistoryFilter KPXAppDelegate::chosenFilter() const {
 
 void KPXAppDelegate::showAllFills() {
     beginAction();
-    rebuildHistoryTable(copyArrayFromDataFile(prescriptionHistoryFile));
+    const auto history = copyArrayFromDataFile(prescriptionHistoryFile);
+    rebuildHistoryTable(history);
+    showFirstSteps(history);
     sortNewestFirst();
     outlets.tableViewTab1.redrawRows();
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);

@@ -39,6 +39,7 @@ namespace kpx {
 ///     Tables                               TableDataSource.cpp, FindActions.cpp
 ///     Tab 1: form, add, change, delete     EntryFormActions.cpp, HistoryActions.cpp, ChangeActions.cpp
 ///     Tab 1: filter sheet, row's menu      FilterActions.cpp, HistoryMenuActions.cpp
+///     Tab 1: first steps                   FirstStepsActions.cpp
 ///     Tab 2: schedule, reminders           ScheduleActions.cpp, ReminderActions.cpp
 ///     Scheduled and standing reminders     RemindersSheetActions.cpp
 ///     Tab 3: costs                         CostActions.cpp
@@ -229,6 +230,14 @@ public:
     void updateHistoryMenu();
     void respondToHistoryMenu(int itemIndex);
 
+    // ---- Tab 1: first steps
+
+    /// Open while the history is empty; null is a damaged one.
+    void showFirstSteps(const std::optional<Records>& history);
+    /// Which steps are done, as the form's pop-ups say.
+    void tickFirstSteps();
+    void startFirstFill();
+
     // ---- Tab 2: schedule, reminders
 
     void respondToShowBtnPane2();
@@ -266,6 +275,8 @@ public:
 
     // ---- Reference lists
 
+    /// The sheet of the pop-up's list with its entries by name.
+    void openListSheet(const ListSheet& list);
     void showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile);
     void displaySheet(Sheet& sheet);
     void doAddFromSheet(const Button& sender);

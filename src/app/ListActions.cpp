@@ -12,6 +12,14 @@ constexpr char deleteFailed[] = "Delete request failed - not deleted";
 
 }  // namespace
 
+void KPXAppDelegate::openListSheet(const ListSheet& list) {
+    auto records = copyArrayFromDataFile(list.kind.fileName);
+    if (records) {
+        sortByName(list.kind, *records, environment());
+    }
+    showOneSheet(list.popUp, records);
+}
+
 void KPXAppDelegate::showOneSheet(const PopUpButton& popUp, const std::optional<Records>& whichFile) {
     const ListSheet* list = listWhere([&](const ListSheet& candidate) { return &candidate.popUp == &popUp; });
     if (!list) {
@@ -95,6 +103,7 @@ bool KPXAppDelegate::addToList(const ListSheet& list) {
         sortRowsByName(kind, list.rows, environment());
     }
     list.table.reloadData();
+    tickFirstSteps();
     return false;
 }
 
@@ -156,6 +165,7 @@ bool KPXAppDelegate::doDeleteFromSheet(Button& sender, bool originFromChangeRequ
     }
     list->popUp.removeItemWithTitle(name);
     list->popUp.selectItemAtIndex(list->popUp.numberOfItems() < 3 ? 1 : 0);
+    tickFirstSteps();
     if (originFromChangeRequest) {
         m_listBeingChanged = records;
     } else {

@@ -21,6 +21,7 @@ struct ListSheet {
     void (*populate)(const Records& records, Records& tvArray);
     Sheet& sheet;
     PopUpButton& popUp;  ///< of tab 1; its last item opens the sheet
+    Button& firstBtn;    ///< opens the sheet from the first steps
     TableView& table;
     Records& rows;
     Button& addBtn;

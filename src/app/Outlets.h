@@ -7,6 +7,7 @@
 #include "controls/Panels.h"
 #include "controls/PopUpButton.h"
 #include "controls/Receipt.h"
+#include "controls/Steps.h"
 #include "controls/TableView.h"
 #include "controls/TextField.h"
 
@@ -74,6 +75,14 @@ struct Outlets : ControlRegistry {
                              {"everinterval", "Every"},
                              {"whentotake", "When"},
                              {"scriptnote", "Note"}}};
+    // What leads a new household to its first fill, in place of the table: patient; drug; prescriber and pharmacy;
+    // fill.
+    Steps firstSteps{*this, "firstSteps", Place::Tab1, 4};
+    Button firstPatientBtn{*this, "firstPatientBtn", Place::Tab1, "Patient…"};
+    Button firstDrugBtn{*this, "firstDrugBtn", Place::Tab1, "Drug…"};
+    Button firstPrescriberBtn{*this, "firstPrescriberBtn", Place::Tab1, "Prescriber…"};
+    Button firstPharmacyBtn{*this, "firstPharmacyBtn", Place::Tab1, "Pharmacy…"};
+    Button firstFillBtn{*this, "firstFillBtn", Place::Tab1, "Enter the Fill"};
     // What can be done with the row. The positions are those of HistoryItem.
     Menu contextMenuTab1{*this,
                          "contextMenuTab1",

@@ -59,14 +59,9 @@ void KPXAppDelegate::popUpSelectedOnTab1(const PopUpButton& sender) {
         reportInternalErrorAndTerminate("value for whichPopup not found", "popUpSelectedOnTab1:");
         return;
     }
-    if (!sender.isLastItemSelected()) {
-        return;
+    if (sender.isLastItemSelected()) {
+        openListSheet(*list);
     }
-    auto records = copyArrayFromDataFile(list->kind.fileName);
-    if (records) {
-        sortByName(list->kind, *records, environment());
-    }
-    showOneSheet(sender, records);
 }
 
 void KPXAppDelegate::patientPopUpSelected(const PopUpButton& sender) {

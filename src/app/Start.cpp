@@ -77,6 +77,7 @@ void KPXAppDelegate::showHousehold(int selectedTab) {
     outlets.showPrintTableListBtn.setEnabled(true);
     outlets.tableViewTab1.reloadData();
     setPane1();
+    showFirstSteps(prescriptionHistArray);
     outlets.tableViewTab1.doubleAction = [this] { respondToTableViewDblClickTab1(); };
     outlets.tableViewTab1.action = [this] { respondToTableViewClick(outlets.tableViewTab1); };
 

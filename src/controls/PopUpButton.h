@@ -18,6 +18,8 @@ public:
     using Item = std::optional<std::string>;
     const std::vector<Item>& items() const { return m_items; }
     int numberOfItems() const { return static_cast<int>(m_items.size()); }
+    /// Whether there is more to choose than what stands below the separator.
+    bool hasNames() const { return !m_items.empty() && m_items.front().has_value() && m_items.size() > 1; }
 
     /// −1 when nothing is selected.
     int indexOfSelectedItem() const { return m_selected; }

@@ -181,6 +181,11 @@ Json describe(const Control& control, const Records* rows, const test::LocalTime
         state["text"] = bar->text();
         return state;
     }
+    if (const auto* steps = dynamic_cast<const Steps*>(&control)) {
+        Json state = stateWith("steps", "open", steps->isOpen());
+        state["done"] = steps->done();
+        return state;
+    }
     if (const auto* sheet = dynamic_cast<const Sheet*>(&control)) {
         return stateWith("sheet", "open", sheet->isOpen());
     }

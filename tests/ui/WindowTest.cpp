@@ -4,6 +4,7 @@
 #include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DWKButtonHover.h"
+#include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/SheetDialog.h"
 
@@ -51,6 +52,30 @@ private Q_SLOTS:
         for (const char* name : {"showBtnTab2", "showBtnTab3", "printBtnTab4"}) {
             QVERIFY2(!find<QPushButton>(name)->isEnabled(), name);
         }
+    }
+
+    void aNewHouseholdIsLedToItsFirstFill() {
+        removeHousehold();
+        start();
+        auto* steps = find<FirstStepsView>("firstSteps");
+        QVERIFY(steps->isVisible() && !find<QTableView>("tableViewTab1")->isVisible());
+        QVERIFY(!find<QPushButton>("firstFillBtn")->isEnabled());
+        addByStep("firstPatientBtn", "patientNamepatientSheet", "addBtnpatientSheet");
+        QVERIFY(find<StepMark>("labelFirstPatient")->isDone() && !find<StepMark>("labelFirstDrug")->isDone());
+        QCOMPARE(find<StepMark>("labelFirstPatient")->accessibleName(), QStringLiteral("Done: A patient"));
+        addByStep("firstDrugBtn", "drugNameDrugSheet", "addBtnDrugSheet");
+        addByStep("firstPrescriberBtn", "prescriberNamePrescriberSheet", "addBtnPrescriberSheet");
+        addByStep("firstPharmacyBtn", "pharmacyNamepharmacySheet", "addBtnpharmacySheet");
+        // The button unfolds the form that it leads to.
+        QTest::mouseClick(find<QAbstractButton>("foldFormBtn"), Qt::LeftButton);
+        QTest::mouseClick(find<QPushButton>("firstFillBtn"), Qt::LeftButton);
+        QTRY_VERIFY(find<QWidget>("rxNumberTab1")->hasFocus());
+        type(*find<QWidget>("rxNumberTab1"), QStringLiteral("4417203"));
+        type(*find<QWidget>("daysSupply"), QStringLiteral("30"));
+        type(*find<QWidget>("initialRefillsTab1"), QStringLiteral("1"));
+        QTest::mouseClick(find<QPushButton>("addBtnTab1"), Qt::LeftButton);
+        QTRY_VERIFY(!steps->isVisible() && find<QTableView>("tableViewTab1")->isVisible());
+        QCOMPARE(find<QTableView>("tableViewTab1")->model()->rowCount(), 1);
     }
 
     void withAHistoryTheTabsAreOpenAndCounted() {
@@ -263,6 +288,23 @@ private:
     void clickTab(int index) {
         QTabBar* bar = find<QTabWidget>("theTabView")->tabBar();
         QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
+    }
+    /// Opens a sheet by a button of the first steps, adds an entry and closes it.
+    void addByStep(const char* step, const char* field, const char* add) {
+        QTest::mouseClick(find<QPushButton>(step), Qt::LeftButton);
+        auto* name = find<QLineEdit>(field);
+        QTRY_VERIFY(name->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(name->window()));
+        for (QLineEdit* each : name->window()->findChildren<QLineEdit*>()) {
+            if (each->isVisible()) {
+                each->setFocus();
+                type(*each, QStringLiteral("Ann"));
+            }
+        }
+        QTest::mouseClick(find<QPushButton>(add), Qt::LeftButton);
+        QVERIFY(name->text().isEmpty());
+        QTest::keyClick(name->window(), Qt::Key_Escape);
+        QTRY_VERIFY(!name->isVisible());
     }
     template <class Widget>
     Widget* find(const char* name) {

@@ -15,6 +15,7 @@
 #include "ui/charts/BarChartView.h"
 #include "ui/views/DayField.h"
 #include "ui/views/DropButton.h"
+#include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
 #include "ui/views/RecordTableView.h"
@@ -63,7 +64,8 @@ bool needsControl(const QObject& object) {
            qobject_cast<const QAbstractButton*>(&object) || qobject_cast<const RecordTableView*>(&object) ||
            qobject_cast<const BarChartView*>(&object) || qobject_cast<const SheetDialog*>(&object) ||
            qobject_cast<const QTabWidget*>(&object) || qobject_cast<const QAction*>(&object) ||
-           qobject_cast<const PopoverFrame*>(&object) || qobject_cast<const ReceiptView*>(&object);
+           qobject_cast<const PopoverFrame*>(&object) || qobject_cast<const FirstStepsView*>(&object) ||
+           qobject_cast<const ReceiptView*>(&object);
 }
 
 /// Whether the form says something else than the control. In another language it must.
@@ -135,9 +137,9 @@ bool Binder::bindControl(Control& control, QObject& object) {
            bindAs<Button, QAction>(control, object, endsEditing) ||
            bindAs<TableView, RecordTableView>(control, object, environment) ||
            bindAs<TabView, QTabWidget>(control, object) || bindAs<Bar, QFrame>(control, object) ||
-           bindAs<Sheet, SheetDialog>(control, object) || bindAs<Popover, PopoverFrame>(control, object, find) ||
-           bindAs<Menu, QMenu>(control, object) || bindAs<KPXReceiptView, ReceiptView>(control, object) ||
-           bindAs<ChartView, BarChartView>(control, object);
+           bindAs<Steps, FirstStepsView>(control, object) || bindAs<Sheet, SheetDialog>(control, object) ||
+           bindAs<Popover, PopoverFrame>(control, object, find) || bindAs<Menu, QMenu>(control, object) ||
+           bindAs<KPXReceiptView, ReceiptView>(control, object) || bindAs<ChartView, BarChartView>(control, object);
 }
 
 void Binder::findWidgetsWithoutControl() {

@@ -1,6 +1,7 @@
 #include "ui/bindings/PanelBindings.h"
 
 #include "ui/Conversions.h"
+#include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
 #include "ui/views/SheetDialog.h"
@@ -32,6 +33,13 @@ void bind(Bar& control, QFrame& widget) {
         label->setText(qstring(control.text()));
         widget.setAccessibleName(label->text());
         widget.setVisible(control.isOpen());
+    };
+}
+
+void bind(Steps& control, FirstStepsView& widget) {
+    control.changed = [&control, &widget] {
+        widget.setDone(control.done());
+        widget.setShown(control.isOpen());
     };
 }
 

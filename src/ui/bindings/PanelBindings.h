@@ -2,6 +2,7 @@
 
 #include "controls/Panels.h"
 #include "controls/Receipt.h"
+#include "controls/Steps.h"
 
 #include <functional>
 
@@ -12,6 +13,7 @@ class QWidget;
 
 namespace kpx {
 
+class FirstStepsView;
 class PopoverFrame;
 class ReceiptView;
 class SheetDialog;
@@ -19,6 +21,7 @@ class SheetDialog;
 void bind(TabView& control, QTabWidget& widget);
 /// The frame shows the bar's text in its first label.
 void bind(Bar& control, QFrame& widget);
+void bind(Steps& control, FirstStepsView& widget);
 void bind(Sheet& control, SheetDialog& widget);
 /// `widgetForControl` finds the widget that it is to hang from.
 void bind(Popover& control, PopoverFrame& widget, std::function<QWidget*(const Control&)> widgetForControl);

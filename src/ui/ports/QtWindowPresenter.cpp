@@ -1,6 +1,7 @@
 #include "ui/ports/QtWindowPresenter.h"
 
 #include "ui/Conversions.h"
+#include "ui/views/FoldingForm.h"
 #include "ui/views/SplashWindow.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@ QtWindowPresenter::~QtWindowPresenter() { delete m_splash.data(); }
 
 void QtWindowPresenter::makeFirstResponder(const Control& control) {
     if (QWidget* widget = widgetForControl ? widgetForControl(control) : nullptr) {
+        FoldingForm::unfold(*widget);
         // Its window may wait behind an alert; the focus is there when the alert is gone.
         widget->setFocus(Qt::OtherFocusReason);
     }

@@ -11,6 +11,13 @@ FoldingForm::FoldingForm(QWidget& form, QToolButton& button) : QObject(&form), m
     setFolded(false);
 }
 
+void FoldingForm::unfold(QWidget& widget) {
+    const auto* form = widget.parentWidget() ? widget.parentWidget()->findChild<FoldingForm*>() : nullptr;
+    if (form) {
+        form->m_button.setChecked(false);
+    }
+}
+
 void FoldingForm::setFolded(bool folded) {
     if (folded) {
         for (QWidget* widget : m_form.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {

@@ -18,6 +18,9 @@ public:
 
     void setFolded(bool folded);
 
+    /// Unfolds the form that the widget lies in; for any other widget nothing.
+    static void unfold(QWidget& widget);
+
 private:
     QWidget& m_form;
     QToolButton& m_button;
