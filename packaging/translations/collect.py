@@ -125,7 +125,7 @@ def collect_source(texts, source, place, constants):
 def collect_form(texts, root, place):
     """A tab shares its window with the menu bar; each menu is a window of its own."""
     window = MAIN_WINDOW if place.endswith(MAIN_WINDOW) else place
-    actions = {}
+    titles = {}  # of actions and menus
     parents = {child: parent for parent in root.iter() for child in parent}
     for element in root.iter("string"):
         if element.get("notr") == "true" or not element.text:
@@ -135,14 +135,19 @@ def collect_form(texts, root, place):
             holder = parents[holder]
         owner = parents[holder]
         texts.add(element.text, f"{place}: {owner.get('name') or owner.tag}, {holder.get('name')}")
-        if owner.tag == "action":
-            actions[owner.get("name")] = element.text if holder.get("name") == "text" else actions.get(owner.get("name"))
-        elif holder.get("name") in ("text", "title"):
+        if holder.get("name") not in ("text", "title"):
+            continue
+        if owner.tag == "action" or owner.get("class") == "QMenu":
+            titles[owner.get("name")] = element.text
+        else:
             texts.add_to_window(window, element.text)
-    for menu in root.iter("widget"):
-        if menu.get("class") == "QMenu":
-            for action in menu.findall("addaction"):
-                texts.add_to_window(f"{place}: {menu.get('name')}", actions.get(action.get("name")) or "")
+    menus = {menu.get("name"): [item.get("name") for item in menu.findall("addaction")]
+             for menu in root.iter("widget") if menu.get("class") == "QMenu"}
+    for menu, items in menus.items():
+        if not any(menu in others for others in menus.values()):
+            texts.add_to_window(window, titles.get(menu) or "")
+        for item in items:
+            texts.add_to_window(f"{place}: {menu}", titles.get(item) or "")
 
 
 def collect(root):

@@ -10,6 +10,7 @@
 #include "controls/Steps.h"
 #include "controls/TableView.h"
 #include "controls/TextField.h"
+#include "region/LocalizedStrings.h"
 
 namespace kpx {
 
@@ -48,7 +49,11 @@ struct Outlets : ControlRegistry {
     Menu contextMenuReceipt{*this,
                             "contextMenuReceipt",
                             Place::Tab1,
-                            {{"Choose…"}, {"Paste"}, {"Open", false}, {"Show in Folder", false}, {"Remove", false}}};
+                            {{localizable("Choose…")},
+                             {localizable("Paste")},
+                             {localizable("Open"), false},
+                             {localizable("Show in Folder"), false},
+                             {localizable("Remove"), false}}};
 
     // Tab 1: the history.
     Label filterText{*this, "filterText", Place::Tab1};
@@ -87,7 +92,10 @@ struct Outlets : ControlRegistry {
     Menu contextMenuTab1{*this,
                          "contextMenuTab1",
                          Place::Tab1,
-                         {{"Load into Form"}, {"Copy"}, {"Show Receipt", false}, {"Print Table"}}};
+                         {{localizable("Load into Form")},
+                          {localizable("Copy")},
+                          {localizable("Show Receipt"), false},
+                          {localizable("Print Table")}}};
     // Calendar buttons of the former filter fields: they follow the appearance and trigger nothing.
     Button popOverTriggerTab1BeginDate{*this, "popOverTriggerTab1BeginDate", Place::Tab1};
     Button popOverTriggerTab1EndDate{*this, "popOverTriggerTab1EndDate", Place::Tab1};
@@ -127,6 +135,7 @@ struct Outlets : ControlRegistry {
                              {"lastdate", "Last Dispensed"},
                              {"nextdate", "Next Fill"},
                              {"expiredateTabTwo", "Expires"}}};
+    // Titled anew whenever it opens.
     Menu contextMenuTab2{
         *this,
         "contextMenuTab2",

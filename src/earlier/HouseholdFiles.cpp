@@ -1,6 +1,7 @@
 #include "earlier/HouseholdFiles.h"
 
 #include "core/Keys.h"
+#include "region/LocalizedStrings.h"
 
 #include <algorithm>
 
@@ -11,28 +12,33 @@ const std::array<HouseholdFile, householdFileCount>& householdFiles() {
         {prescriptionHistoryFile,
          {MHRxNumberKey, MHPharmacyKey, MHPatientKey, MHFillTypeKey, MHDispenseDateKey},
          "fills",
-         "%@ fill",
-         "%@ fills",
-         "The history cannot be read."},
+         localizable("%@ fill"),
+         localizable("%@ fills"),
+         localizable("The history cannot be read.")},
         {patientFile,
          {patientNameKey},
          "patients",
-         "%@ patient",
-         "%@ patients",
-         "The list of patients cannot be read."},
-        {drugFile, {DrugNameKey}, "drugs", "%@ drug", "%@ drugs", "The list of drugs cannot be read."},
+         localizable("%@ patient"),
+         localizable("%@ patients"),
+         localizable("The list of patients cannot be read.")},
+        {drugFile,
+         {DrugNameKey},
+         "drugs",
+         localizable("%@ drug"),
+         localizable("%@ drugs"),
+         localizable("The list of drugs cannot be read.")},
         {pharmacyFile,
          {pharmacyNameKey},
          "pharmacies",
-         "%@ pharmacy",
-         "%@ pharmacies",
-         "The list of pharmacies cannot be read."},
+         localizable("%@ pharmacy"),
+         localizable("%@ pharmacies"),
+         localizable("The list of pharmacies cannot be read.")},
         {prescriberFile,
          {PrescriberNameKey},
          "prescribers",
-         "%@ prescriber",
-         "%@ prescribers",
-         "The list of prescribers cannot be read."},
+         localizable("%@ prescriber"),
+         localizable("%@ prescribers"),
+         localizable("The list of prescribers cannot be read.")},
     }};
     return files;
 }

@@ -36,16 +36,20 @@ std::optional<InputRefusal> inputFieldsSupplied(const EntryForm& form, InputArra
     if (daysSupply < 1) {
         refusal = {localized("'Days supply' is required"), localized(enterAndTryAgain), FormField::DaysSupply};
     }
+    // The titles that hold dates are looked up with numbered placeholders only: a table may say them in another order.
     const std::string dispensed = shortStyleFromDate(form.dispenseDate, environment);
     if (environment.now < form.dispenseDate) {
-        refusal = {formatted("Dispense date: %@ is a future date and invalid", {dispensed}),
+        refusal = {localized.sentence("Dispense date: %1$@ is a future date and invalid", {dispensed},
+                                      formatted("Dispense date: %@ is a future date and invalid", {dispensed})),
                    localized("because dispense date must be either today's date or in the past.  Please adjust "
                              "dispense date appropriately and try again."),
                    FormField::DispenseDate};
     }
     if (form.dispenseDate > form.expirationDate) {
-        refusal = {formatted("Invalid Dispense: %@ & Expiration: %@ date combination",
-                             {dispensed, shortStyleFromDate(form.expirationDate, environment)}),
+        const std::string expires = shortStyleFromDate(form.expirationDate, environment);
+        refusal = {localized.sentence(
+                       "Invalid Dispense: %1$@ & Expiration: %2$@ date combination", {dispensed, expires},
+                       formatted("Invalid Dispense: %@ & Expiration: %@ date combination", {dispensed, expires})),
                    localized("because expiration date must be chronologically after the dispense date. Please adjust "
                              "the dates appropriately and try again."),
                    FormField::ExpirationDate};

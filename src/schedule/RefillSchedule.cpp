@@ -3,6 +3,7 @@
 #include "core/Keys.h"
 #include "core/Sorting.h"
 #include "region/DateUtilities.h"
+#include "region/LocalizedStrings.h"
 #include "values/FieldFinder.h"
 
 namespace kpx {
@@ -56,16 +57,17 @@ std::vector<std::string_view> textsOf(const Records& records, const char* key) {
 std::optional<std::string> scheduleRefusal(const std::optional<std::string>& patient,
                                            const std::optional<std::string>& drug, const Records& history, int tag) {
     if (patient.value_or("").empty()) {
-        return "No Patient Selected. Please select a Patient or if no patients, please add a patient first. ";
+        return localizable(
+            "No Patient Selected. Please select a Patient or if no patients, please add a patient first. ");
     }
     if (drug.value_or("").empty()) {
-        return "No Drug Selected. Please select a Drug or if no Drugs, please add a Drug first.";
+        return localizable("No Drug Selected. Please select a Drug or if no Drugs, please add a Drug first.");
     }
     if (history.empty()) {
-        return "There is no prescription maintenance history to show";
+        return localizable("There is no prescription maintenance history to show");
     }
     if (tag < static_cast<int>(ScheduleMode::LatestFill) || tag > static_cast<int>(ScheduleMode::Expired)) {
-        return "Invalid 'case' in respondToShowBtnPane2: Contact the developer";
+        return localizable("Invalid 'case' in respondToShowBtnPane2: Contact the developer");
     }
     return std::nullopt;
 }

@@ -33,7 +33,8 @@ FORM = '''<ui><widget class="QWidget" name="Sheet">
 </widget></ui>'''
 MENUS = '''<ui><widget class="QMainWindow" name="MainWindow"><widget class="QMenuBar" name="bar">
  <widget class="QMenu" name="menuFile"><property name="title"><string>&amp;File</string></property>
-  <addaction name="one"/><addaction name="two"/></widget></widget>
+  <widget class="QMenu" name="menuMore"><property name="title"><string>&amp;More</string></property></widget>
+  <addaction name="one"/><addaction name="two"/><addaction name="menuMore"/></widget></widget>
  <action name="one"><property name="text"><string>&amp;One</string></property></action>
  <action name="two"><property name="text"><string>T&amp;wo</string></property></action></widget></ui>'''
 PAGE = '''<ui><widget class="QWidget" name="PageTab"><widget class="QPushButton" name="button">
@@ -44,7 +45,7 @@ GOOD = {
     "&Save…": "&Sichern…", "yes": "ja", "no: ?": "nein: ?", "Page: %d": "%d. Seite:", "Due": "Fällig",
     "%@ of %ld": "%2$ld mal %1$@", 'a "quoted", bracketed (text': "eine \"Klammer (", "day": "Tag", "days": "Tage",
     "Title": "Titel", "Other": "Weitere", "Sheet": "Blatt", "&Add": "&Dazu", "Adds it": "Nimmt es auf",
-    "A&ll": "&Alle", "&File": "&Datei", "&One": "&Eins", "T&wo": "&Zwei", "&Go": "&Los",
+    "A&ll": "&Alle", "&File": "&Datei", "&One": "&Eins", "T&wo": "&Zwei", "&More": "&Mehr", "&Go": "&Los",
 } | {"Page: %d": "%d. Seite"}
 
 
@@ -101,6 +102,7 @@ class Translations(unittest.TestCase):
             ("a mnemonic too much", {"All": "&Alle"}, "a mnemonic less or more"),
             ("a clash on a sheet", {"&Add": "&Auf"}, "src/ui/forms/Sheet.ui: the mnemonic A twice"),
             ("a clash in a menu", {"T&wo": "Zw&ei"}, "MainWindow.ui: menuFile: the mnemonic E twice"),
+            ("a clash with a submenu", {"&More": "M&ehr"}, "MainWindow.ui: menuFile: the mnemonic E twice"),
             ("a clash with the menu bar", {"&Go": "&Dorthin"}, "src/ui/forms/PageTab.ui: the mnemonic D twice"),
             ("words alike", {"days": "Tag"}, "shown alike: 'day' and 'days'"),
         ]

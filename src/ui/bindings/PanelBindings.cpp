@@ -1,6 +1,7 @@
 #include "ui/bindings/PanelBindings.h"
 
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 #include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
@@ -71,7 +72,7 @@ void bind(Menu& control, QMenu& widget) {
         for (std::size_t index = 0; index < control.items().size(); ++index) {
             const Menu::Item& item = control.items()[index];
             // A name in it may hold the character that would mark a mnemonic.
-            QAction* action = widget.addAction(qstring(item.title).replace(QLatin1Char('&'), QStringLiteral("&&")));
+            QAction* action = widget.addAction(translated(item.title).replace(QLatin1Char('&'), QStringLiteral("&&")));
             action->setEnabled(item.enabled);
             QObject::connect(action, &QAction::triggered, &widget, [&control, index] {
                 if (control.action) {
