@@ -121,7 +121,10 @@ void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* pai
         painter->drawRoundedRect(QRectF(tab->rect).adjusted(4, 5, -4, -6), 5, 5);
     }
     painter->setPen(tab->palette.color(role));
-    style->drawItemText(painter, tab->rect, Qt::AlignCenter | Qt::TextShowMnemonic, tab->palette, true, tab->text);
+    // Beside the button that closes it.
+    const QRect beside = tab->rect.adjusted(tab->leftButtonSize.width(), 0, -tab->rightButtonSize.width(), 0);
+    style->drawItemText(painter, QStyle::visualRect(tab->direction, tab->rect, beside),
+                        Qt::AlignCenter | Qt::TextShowMnemonic, tab->palette, true, tab->text);
     painter->restore();
 }
 

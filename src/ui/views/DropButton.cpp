@@ -13,6 +13,9 @@ namespace {
 
 constexpr int inset = 8;
 
+/// The drawn piece of paper, above the words.
+QRectF sheetIn(const QRect& area) { return {area.center().x() - 13.0, area.center().y() - 40.0, 26, 34}; }
+
 }  // namespace
 
 DropButton::DropButton(QWidget* parent) : QToolButton(parent) {
@@ -53,6 +56,12 @@ void DropButton::contextMenuEvent(QContextMenuEvent* event) {
 
 QSize DropButton::sizeHint() const { return {136, 136}; }
 
+QRect DropButton::textArea() const {
+    QRect area = rect().adjusted(inset, inset, -inset, -inset);
+    area.setTop(qRound(sheetIn(area).bottom()) + inset);
+    return area;
+}
+
 void DropButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -84,7 +93,7 @@ void DropButton::paintEvent(QPaintEvent*) {
 void DropButton::drawPaper(QPainter& painter, const QRect& area) {
     const QColor ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText);
     // The outline of a till receipt: a sheet with a torn lower edge and three lines.
-    const QRectF sheet(area.center().x() - 13, area.center().y() - 40, 26, 34);
+    const QRectF sheet = sheetIn(area);
     QPolygonF outline{sheet.topLeft(), sheet.topRight()};
     constexpr int teeth = 4;
     for (int tooth = 0; tooth <= 2 * teeth; ++tooth) {
@@ -96,10 +105,9 @@ void DropButton::drawPaper(QPainter& painter, const QRect& area) {
     painter.drawPolygon(outline);
     drawMark(painter, sheet);
     painter.setPen(m_problem == Problem::None ? ink : palette().color(QPalette::Text));
-    const QRect below(area.left(), qRound(sheet.bottom()) + 8, area.width(),
-                      area.bottom() - qRound(sheet.bottom()) - 8);
     painter.drawText(
-        below, Qt::AlignHCenter | Qt::AlignTop | (m_problem == Problem::None ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
+        textArea(),
+        Qt::AlignHCenter | Qt::AlignTop | (m_problem == Problem::None ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
         m_problem == Problem::None ? text() : m_words);
 }
 

@@ -25,6 +25,8 @@ public:
     void setDragInside(bool inside);
 
     QSize sizeHint() const override;
+    /// Where its words stand while it has no picture to show.
+    QRect textArea() const;
 
 Q_SIGNALS:
     void contextMenuWanted(const QPoint& globalPosition);

@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -30,11 +31,19 @@ namespace kpx {
 
 namespace {
 
+/// In the smallest window, and in a language of long words, what has no room is scrolled to instead of being cut.
 template <class Form>
 void addTab(QTabWidget& tabs) {
     auto* page = new QWidget;
     Form().setupUi(page);
-    tabs.addTab(page, page->windowTitle());
+    auto* scrolled = new QScrollArea;
+    scrolled->setFrameShape(QFrame::NoFrame);
+    scrolled->setFocusPolicy(Qt::NoFocus);
+    scrolled->setWidgetResizable(true);
+    scrolled->setWidget(page);
+    page->setAutoFillBackground(false);
+    scrolled->viewport()->setAutoFillBackground(false);
+    tabs.addTab(scrolled, page->windowTitle());
 }
 
 template <class Form>

@@ -1,0 +1,221 @@
+#include "core/StoredWords.h"
+#include "plist/PropertyList.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/ui/Fit.h"
+#include "tests/ui/MadeHousehold.h"
+#include "tests/ui/Waiting.h"
+#include "ui/Application.h"
+#include "ui/Conversions.h"
+#include "ui/preview/PreviewWindow.h"
+#include "ui/views/AlertBox.h"
+#include "ui/views/ReminderWindow.h"
+#include "ui/views/SheetDialog.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTest>
+
+#include <memory>
+
+using namespace kpx;
+using namespace kpx::test;
+
+namespace {
+
+/// A code that no language has.
+const QString madeUp = QStringLiteral("qps");
+
+QDir resources() { return QDir(qstring(QtBundle().resources().string())); }
+
+std::filesystem::path tableOf(const QString& language) {
+    return QtBundle().resources() / (language + QStringLiteral(".lproj")).toStdString() / "Localizable.strings";
+}
+
+/// About as much longer as translations from English are, and in brackets.
+/// Words for pop-ups are chosen short.
+std::string lengthened(std::string_view english) {
+    if (isStoredWord("typemeasure", english) || isStoredWord("whentotake", english)) {
+        return "[" + std::string(english) + "]";
+    }
+    const std::size_t end = english.find_last_not_of(" :…\r\n") + 1;
+    const std::size_t more = english.size() < 12 ? 1 + english.size() / 4 : english.size() / 3;
+    std::string longer = "[" + std::string(english.substr(0, end));
+    for (std::size_t count = 0; count < more; ++count) {
+        longer += count % 8 == 7 ? ' ' : 'o';
+    }
+    return longer + "]" + std::string(english.substr(end));
+}
+
+std::string inQuotes(std::string_view text) {
+    std::string result = "\"";
+    for (const char character : text) {
+        result += character == '\r'                       ? "\\r"
+                  : character == '"' || character == '\\' ? std::string("\\") + character
+                                                          : std::string(1, character);
+    }
+    return result + "\"";
+}
+
+/// Of all texts that any language has.
+void writeMadeUpTable() {
+    const auto table = readPropertyList(readFile(tableOf(QStringLiteral("de"))));
+    const Record* entries = table ? table->as<Record>() : nullptr;
+    if (!entries || entries->empty()) {
+        qFatal("there is no table to make one from");
+    }
+    std::string made;
+    for (const auto& [key, value] : *entries) {
+        made += inQuotes(key.string()) + " = " + inQuotes(lengthened(key.string())) + ";\n";
+    }
+    std::filesystem::create_directories(tableOf(madeUp).parent_path());
+    writeFile(tableOf(madeUp), made);
+}
+
+}  // namespace
+
+/// Every window and sheet in every language there is, and in a made-up one of
+/// longer texts.
+class TextFitTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        writeMadeUpTable();
+        writeSmallHousehold();
+    }
+    void cleanup() {
+        m_program.reset();
+        speak(QStringLiteral("en"));
+    }
+
+    void nothingIsCut_data() {
+        QTest::addColumn<QString>("language");
+        for (const QString& folder : resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs)) {
+            QTest::newRow(qPrintable(folder)) << folder.section(QLatin1Char('.'), 0, 0);
+        }
+    }
+    void nothingIsCut() {
+        QFETCH(QString, language);
+        speak(language);
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_faults.clear();
+        lookAtSplash();
+        lookAtTabs();
+        lookAtSheets();
+        lookAtPopovers();
+        lookAtAlert();
+        lookAtReminder();
+        lookAtPreview();
+        QVERIFY2(m_faults.isEmpty(), qPrintable(QLatin1Char('\n') + m_faults.join(QLatin1Char('\n'))));
+    }
+
+private:
+    static void speak(const QString& language) {
+        const bool isReal = language != madeUp;
+        qputenv("LC_ALL", (isReal ? QLocale(language).name() : QStringLiteral("en_US")).toUtf8() + ".UTF-8");
+        qputenv("LANGUAGE", language.toUtf8());
+    }
+
+    void lookAt(const QWidget& window, const QString& where) {
+        // Twice: what a new size brings about may ask for another.
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        if (qEnvironmentVariable("LANGUAGE") == madeUp) {
+            for (const QString& text : textsOf(window)) {
+                // What is not in brackets was not looked up, or was glued.
+                if (text.contains(QRegularExpression(QStringLiteral("[A-Za-z]{2}"))) &&
+                    !text.contains(QLatin1Char('[')) && text != QStringLiteral("Velmora")) {
+                    m_faults.append(where + QStringLiteral(": English: ") + text);
+                }
+            }
+        }
+        for (const QString& fault : faultsOf(window)) {
+            m_faults.append(where + QStringLiteral(": ") + fault);
+        }
+    }
+
+    void lookAtSplash() {
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->windowType() == Qt::SplashScreen) {
+                lookAt(*widget, QStringLiteral("splash"));
+            }
+        }
+        m_program->ports().windows.closeSplash();
+    }
+
+    void lookAtTabs() {
+        Outlets& outlets = m_program->delegate().outlets;
+        MainWindow& window = m_program->window();
+        for (const QSize size : {window.size(), window.minimumSize()}) {
+            window.resize(size);
+            for (int tab = 0; tab < outlets.theTabView.numberOfTabs(); ++tab) {
+                outlets.theTabView.selectTab(tab);
+                if (tab == 1) {
+                    outlets.showBtnTab2.userClick();
+                } else if (tab == 2) {
+                    outlets.showBtnTab3.userClick();
+                }
+                outlets.unreadableBar.setText(
+                    m_program->delegate().localized("The list of prescribers cannot be read."));
+                if (size != window.minimumSize()) {
+                    m_faults += wordsWithoutRoom(window);
+                }
+                lookAt(window, QStringLiteral("%1 px, tab %2").arg(window.width()).arg(tab + 1));
+            }
+        }
+        outlets.theTabView.selectTab(0);
+    }
+
+    void lookAtSheets() {
+        for (SheetDialog* sheet : m_program->window().findChildren<SheetDialog*>()) {
+            sheet->open();
+            lookAt(*sheet, QStringLiteral("sheet"));
+            sheet->endSheet();
+        }
+    }
+
+    void lookAtPopovers() {
+        for (const char* name : {"thePopOver", "receiptPopover"}) {
+            auto* popover = widgetNamed<QWidget>(m_program->window(), name);
+            popover->show();
+            lookAt(*popover, QStringLiteral("popover"));
+            popover->hide();
+        }
+    }
+
+    void lookAtAlert() {
+        m_program->delegate().outlets.tableViewTab1.userDoubleClickRow(0);
+        m_program->delegate().outlets.deleteBtnTab1.userClick();
+        AlertBox* alert = waitForAlert();
+        QVERIFY(alert);
+        lookAt(*alert, QStringLiteral("alert"));
+        alert->reject();
+    }
+
+    void lookAtReminder() {
+        ReminderWindow window(qstring(m_program->delegate().localized("Prescription 'Next Fill Date' Reminder")),
+                              QStringLiteral("[…]"));
+        window.show();
+        lookAt(window, QStringLiteral("reminder"));
+    }
+
+    void lookAtPreview() {
+        Outlets& outlets = m_program->delegate().outlets;
+        outlets.reportsTab4.userClick(4, true);
+        outlets.reportsTab4.userClick(7, true);
+        outlets.printBtnTab4.userClick();
+        const auto windows = m_program->ports().preview.windows();
+        QCOMPARE(windows.size(), std::size_t{1});
+        lookAt(*windows.front(), QStringLiteral("preview"));
+        windows.front()->close();
+    }
+
+    std::unique_ptr<Application> m_program;
+    QStringList m_faults;
+};
+
+QTEST_MAIN(TextFitTest)
+#include "TextFitTest.moc"
