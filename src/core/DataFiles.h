@@ -54,6 +54,9 @@ void makeDataFolder(const std::filesystem::path& folder);
 ///
 /// A null array (one that was read from a damaged file) writes nothing: a damaged file is never
 /// overwritten. False when nothing was written; the old file then stands as it was.
+///
+/// For tests and benchmarks, which make households: the program replaces a file through earlier/, which keeps what it
+/// held.
 [[nodiscard]] bool writeArray(const std::optional<Records>& array, const std::filesystem::path& folder,
                               std::string_view fileName);
 

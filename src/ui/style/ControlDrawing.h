@@ -23,8 +23,7 @@ void drawPushButton(const QStyleOption* option, QPainter* painter, const QWidget
 /// A field that only displays lies flat.
 void drawField(const QStyleOption* option, QPainter* painter, bool focus, bool displayOnly = false);
 
-/// Square: the list that drops from a pop-up, because it is a window of its own, and the editor of a cell, which
-/// covers the cell and stands out of a selected row.
+/// Square: the list that drops from a pop-up, because it is a window of its own.
 void drawSquareField(const QStyleOption* option, QPainter* painter);
 
 /// Of a check box or, round, of a radio button.
