@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     }
     kpx::Application program;
     if (!program.delegate().claimDataFolder()) {
+        instance.release();  // while the message stands nobody here could do what is asked of that name
         program.delegate().dataFolderInUseMsg();
         return EXIT_SUCCESS;
     }

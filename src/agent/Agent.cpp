@@ -137,12 +137,12 @@ std::optional<ReminderContent> Agent::contentToShow(Position position) {
     }
     const LocalTime now = m_clock.localTime();
     const auto notice = refillNotice(*position, found.content.lead, m_folder, now, m_sources, m_region());
-    if (notice) {
-        return ReminderContent{notice->title, notice->text, true};
+    if (notice.refills) {
+        return ReminderContent{notice.refills->title, notice.refills->text, true};
     }
     Reminder silent = *position;
     silent.deliveredDay = dayDeliveredNow(silent, now);
-    if (!change(position, silent)) {
+    if (!notice.isKnown || !change(position, silent)) {
         tryFailed(position->identifier, Failure::Refused);
     }
     return std::nullopt;
@@ -261,7 +261,7 @@ void Agent::showInWindow(Position position) {
     ReminderContent content = m_unwritten.contains(identifier) ? m_unwritten.at(identifier) : found.content;
     if (isStanding(*position)) {
         const auto notice = refillNotice(*position, content.lead, m_folder, m_clock.localTime(), m_sources, m_region());
-        content = notice ? ReminderContent{notice->title, notice->text} : ReminderContent();
+        content = notice.refills ? ReminderContent{notice.refills->title, notice.refills->text} : ReminderContent();
     }
     if (content.text.empty() && content.title.empty()) {
         return;  // the next try finds out why
@@ -277,7 +277,7 @@ void Agent::showInWindow(Position position) {
             m_tries.erase(identifier);
             m_folder.synchronize();
         }
-        tryAgainLater();
+        deliver();  // also when the next try is due by now
     });
 }
 

@@ -79,6 +79,8 @@ private:
     void reload();
     /// A burst of changes, its own ones among them, is read once.
     void wakeSoon();
+    /// Unless the same is to come already.
+    void later(bool& isNear, std::chrono::milliseconds pause, void (Agent::*step)());
     void dropAllBut(const std::vector<Reminder>& onDisk);
     void adopt(Position position, const Reminder& onDisk);
     void forget(Position position);
@@ -126,7 +128,10 @@ private:
     std::set<std::string> m_beingShown;                  // of which the program has not said that its window stands
     bool m_isDelivering = false;
     bool m_posting = false;  // one at a time: a server is not flooded
+    bool m_takingOverIsNear = false;
+    bool m_burstIsNear = false;
     bool m_reloadIsNear = false;
+    bool m_writingIsNear = false;
     int m_nextTry = 0;  // counts the settings of its timer
 };
 

@@ -30,7 +30,7 @@ void Agent::takeOver() {
     }
     if (outcome == DeliveryLock::Outcome::Impossible) {
         // There is nothing that another could deliver, but what was handed over to this one.
-        m_clock.callAfter(betweenTriesOfTheDisk, [this] { takeOver(); });
+        later(m_takingOverIsNear, betweenTriesOfTheDisk, &Agent::takeOver);
     } else {
         m_folder.removeLeftovers();
     }
@@ -65,19 +65,25 @@ void Agent::Wake() {
 }
 
 void Agent::wakeSoon() {
-    if (!std::exchange(m_reloadIsNear, true)) {
-        constexpr std::chrono::milliseconds untilTheBurstIsOver{50};
-        m_clock.callAfter(untilTheBurstIsOver, [this] { Wake(); });
+    constexpr std::chrono::milliseconds untilTheBurstIsOver{50};
+    later(m_burstIsNear, untilTheBurstIsOver, &Agent::Wake);
+}
+
+void Agent::later(bool& isNear, std::chrono::milliseconds pause, void (Agent::*step)()) {
+    if (!std::exchange(isNear, true)) {
+        m_clock.callAfter(pause, [this, &isNear, step] {
+            isNear = false;
+            (this->*step)();
+        });
     }
 }
 
 void Agent::reload() {
-    m_reloadIsNear = false;
     m_watcher.addPath(QString::fromStdString(m_folder.path().string()));  // it may be new
     const auto onDisk = m_folder.load();
     if (!m_isDelivering || !onDisk) {
         if (!onDisk) {
-            m_clock.callAfter(betweenTriesOfTheDisk, [this] { Wake(); });
+            later(m_reloadIsNear, betweenTriesOfTheDisk, &Agent::Wake);
         }
         return;
     }
@@ -158,7 +164,7 @@ QString Agent::Schedule(const QString& identifier, const QByteArray& title, cons
         if (find(reminder.identifier) == m_reminders.end()) {
             m_reminders.push_back(reminder);
         }
-        m_clock.callAfter(betweenTriesOfTheDisk, [this] { writeUnwritten(); });
+        later(m_writingIsNear, betweenTriesOfTheDisk, &Agent::writeUnwritten);
     }
     wakeSoon();
     return QString::fromStdString(reminder.identifier);
@@ -177,7 +183,7 @@ void Agent::writeUnwritten() {
         return !onDisk || m_folder.change(*onDisk, *position);
     });
     if (!m_unwritten.empty()) {
-        m_clock.callAfter(betweenTriesOfTheDisk, [this] { writeUnwritten(); });
+        later(m_writingIsNear, betweenTriesOfTheDisk, &Agent::writeUnwritten);
     }
 }
 

@@ -13,13 +13,13 @@ namespace kpx {
 namespace {
 
 /// A row's value as the text a field shows; empty when the row lacks it, or holds what is no text and no number.
-std::string shownText(const Record& row, std::string_view column) {
+std::string plainText(const Record& row, std::string_view column) {
     return textOfValue(row.find(column)).value_or("").string();
 }
 
 /// Selects what the row holds; a row without the value, or with one that the pop-up lacks, leaves no selection.
 void selectValue(PopUpButton& popUp, const Record& row, std::string_view column) {
-    popUp.selectItemRepresenting(shownText(row, column));
+    popUp.selectItemRepresenting(plainText(row, column));
 }
 
 }  // namespace
@@ -34,12 +34,12 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
     selectValue(outlets.pharmacyPopTab1, row, "pharmacy");
     selectValue(outlets.drugPopTab1, row, "drugname");
     selectValue(outlets.prescriberPopTab1, row, "prescriber");
-    outlets.rxNumberTab1.setText(shownText(row, "scriptnum"));
-    outlets.initialRefillsTab1.setText(shownText(row, "refills"));
-    outlets.remainingRefillsTab1.setText(shownText(row, "remainingrefills"));
+    outlets.rxNumberTab1.setText(plainText(row, "scriptnum"));
+    outlets.initialRefillsTab1.setText(plainText(row, "refills"));
+    outlets.remainingRefillsTab1.setText(plainText(row, "remainingrefills"));
     // A row without a note leaves the previous note in the field; see behaviours.
     if (row.contains("scriptnote")) {
-        outlets.scriptNoteTab1.setText(shownText(row, "scriptnote"));
+        outlets.scriptNoteTab1.setText(plainText(row, "scriptnote"));
     }
     const Value* cost = row.find("cost");
     outlets.totalCostTab1.setText(cost ? formatShownCost(*cost, environment()) : std::string());
@@ -49,7 +49,7 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
     if (const auto date = row.date("expiredate")) {
         outlets.expirationDateTab1.setDate(*date);
     }
-    outlets.daysSupply.setText(shownText(row, "dayssupply"));
+    outlets.daysSupply.setText(plainText(row, "dayssupply"));
     selectValue(outlets.takeNumberTab1, row, "takenumber");
     selectValue(outlets.drugTypeOrMeasureTab1, row, "typemeasure");
     selectValue(outlets.everyIntervalTab1, row, "everinterval");

@@ -35,6 +35,11 @@ void KPXAppDelegate::connectActions() {
         }
     };
     outlets.firstFillBtn.action = [this] { startFirstFill(); };
+    outlets.dropButton.pictureShown = [this] {
+        if (m_imageFilePathURL && outlets.dropButton.state() != KPXDropButton::State::Attached) {
+            showReceiptAttached(m_imageFilePathURL->filename().string());
+        }
+    };
     outlets.showPrintTableListBtn.action = [this] { respondToPrintBtnPane4(outlets.showPrintTableListBtn); };
 
     outlets.showBtnTab2.action = [this] { respondToShowBtnPane2(); };

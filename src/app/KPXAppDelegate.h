@@ -366,6 +366,7 @@ private:
     /// A file that came otherwise than by a drop: the same rules hold.
     void takeReceipt(const std::filesystem::path& file);
     void sayCannotBeTaken(const std::filesystem::path& file);
+    void showReceiptAttached(const std::string& name);
     void showReceiptProblem(KPXDropButton::State state, const std::string& name);
     /// A receipt that the user neither replaced nor removed outlives a change, also while its file is not found.
     void keepUntouchedReceipt(const Record& stored, Record& changed) const;

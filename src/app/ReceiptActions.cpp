@@ -157,10 +157,8 @@ void KPXAppDelegate::buildImageViewAndSetWithURL(const std::optional<std::filesy
         showReceiptProblem(KPXDropButton::State::CannotBeShown, name);
         return;
     }
-    m_receiptMessage.clear();
     outlets.dropButton.setImage(url->string());
-    outlets.dropButton.setReceipt(KPXDropButton::State::Attached, name);
-    outlets.findReceiptBtn.setEnabled(false);
+    showReceiptAttached(name);
 }
 
 void KPXAppDelegate::removeAction() {
@@ -170,6 +168,13 @@ void KPXAppDelegate::removeAction() {
     outlets.dropButton.setImage({});
     outlets.dropButton.setReceipt(KPXDropButton::State::None, {});
     showReceiptOfForm();
+}
+
+void KPXAppDelegate::showReceiptAttached(const std::string& name) {
+    m_receiptMessage.clear();
+    outlets.dropButton.setReceipt(KPXDropButton::State::Attached, name);
+    outlets.dropView.setMessage(m_receiptMessage);
+    outlets.findReceiptBtn.setEnabled(false);
 }
 
 void KPXAppDelegate::showReceiptProblem(KPXDropButton::State state, const std::string& name) {

@@ -54,8 +54,8 @@ void KPXAppDelegate::tableView(TableView& tableView, const Value& setObjectValue
                      localized("table view not found"));
         return;
     }
-    if (&tableView == &outlets.tableViewReminders) {
-        return;  // what is scheduled is removed, never changed
+    if (&tableView == &outlets.tableViewReminders || &tableView == &outlets.tableViewEarlierStates) {
+        return;  // what they show is removed or brought back, never changed
     }
     if (row >= 0 && row < static_cast<int>(rows->size())) {
         // What is typed is a word of the user's language, what is kept the one that it stands for.

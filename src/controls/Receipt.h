@@ -24,6 +24,8 @@ public:
 
     /// The interface could not make a picture of the file that the button shows, or did not find it.
     std::function<void(bool notFound)> pictureFailed;
+    /// Its file could be read, be it again after it could not.
+    std::function<void()> pictureShown;
 
     /// Whether an acceptable drag hovers over it; it is then drawn with a focus ring inside its edge.
     bool dragInside() const { return m_dragInside; }

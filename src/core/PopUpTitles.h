@@ -1,6 +1,5 @@
 #pragma once
 
-#include "region/Environment.h"
 #include "values/Record.h"
 
 #include <optional>

@@ -67,7 +67,7 @@ bool PageStreamReader::takeOutline() {
     const std::uint32_t isDocument = numberAt(m_bytes, mark.size());
     const std::uint32_t count = numberAt(m_bytes, mark.size() + numberLength);
     m_isSound = m_bytes.starts_with(mark) && isDocument <= 1 && isWithin(count, isDocument != 0 ? mostPages : 1);
-    const std::size_t length = headLength + count * 2 * numberLength;
+    const std::size_t length = headLength + std::size_t{count} * 2 * numberLength;
     if (!m_isSound || m_bytes.size() < length) {
         return false;
     }

@@ -134,6 +134,11 @@ std::optional<FileContent> EarlierFolder::keep(std::size_t file, bool asDeletion
     return replaceFile(name, copy) ? std::optional(content) : std::nullopt;
 }
 
+void EarlierFolder::synchronize() const {
+    synchronizeFolder(m_folder);
+    synchronizeFolder(m_folder.parent_path());
+}
+
 void EarlierFolder::setUntil(const FileContent& content, Date replaced) const {
     const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(replaced)};
     ::utimensat(AT_FDCWD, kept(content).c_str(), times, 0);

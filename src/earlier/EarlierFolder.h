@@ -32,6 +32,9 @@ public:
     /// REQUIRES: contents has a present content of that file.
     std::optional<FileContent> keep(std::size_t file, bool asDeletion, const HouseholdContents& contents) const;
 
+    /// From then on what is kept outlasts a loss of power.
+    void synchronize() const;
+
     /// Notes when a kept content was replaced.
     void setUntil(const FileContent& kept, Date replaced) const;
 

@@ -3,7 +3,6 @@
 #include "earlier/Retention.h"
 
 #include <algorithm>
-#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -81,6 +80,9 @@ bool replaceKeepingEarlier(const std::filesystem::path& dataFolder, std::string_
     if (isThere(contents[file])) {
         kept = earlier.keep(file, replacing == Replacing::Deletion, contents);
     }
+    if (kept && replacing == Replacing::Deletion) {
+        earlier.synchronize();  // what anything else replaces is not all that there was of it
+    }
     NewContent timed = content;
     timed.time = fileTimeOf(environment.now);
     if (!replaceFile(dataFolder / fileName, timed)) {
@@ -111,6 +113,7 @@ BroughtBack bringBack(const std::filesystem::path& dataFolder, const EarlierStat
             }
         }
     }
+    earlier.synchronize();
     bool whole = true;
     for (const Exchange& exchange : *exchanges) {
         const NewContent content{.bytes = exchange.bytes, .time = fileTimeOf(environment.now)};

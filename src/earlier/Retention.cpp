@@ -39,10 +39,8 @@ std::vector<Date> passedEnds(const Environment& environment) {
     return ends;
 }
 
-}  // namespace
-
-std::set<std::int64_t> keptInstants(const HouseholdContents& contents, const Environment& environment) {
-    const std::set<std::int64_t> all = instantsOf(contents);
+/// As the rule has it at the environment's now, which none of them is later than.
+std::set<std::int64_t> keptOf(const std::set<std::int64_t>& all, const Environment& environment) {
     std::set<std::int64_t> kept;
     const double dayAgo = environment.now.secondsSince1970() - secondsOfDay;
     for (auto instant = all.rbegin();
@@ -54,6 +52,19 @@ std::set<std::int64_t> keptInstants(const HouseholdContents& contents, const Env
         if (after != all.begin()) {
             kept.insert(*std::prev(after));
         }
+    }
+    return kept;
+}
+
+}  // namespace
+
+std::set<std::int64_t> keptInstants(const HouseholdContents& contents, const Environment& environment) {
+    const std::set<std::int64_t> all = instantsOf(contents);
+    const auto future = all.upper_bound(static_cast<std::int64_t>(std::floor(environment.now.secondsSince1970())));
+    std::set<std::int64_t> kept = keptOf({all.begin(), future}, environment);
+    if (future != all.end()) {
+        const auto latest = Date::fromSecondsSince1970(static_cast<double>(*all.rbegin()));
+        kept.merge(keptOf(all, {latest, environment.region}));
     }
     return kept;
 }

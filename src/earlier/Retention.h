@@ -17,7 +17,9 @@ namespace kpx {
 /// | the last one before each day's end   | the 30 local days before today            |
 /// | the last one before each month's end | the 24 local months before the present    |
 ///
-/// A content may be much older than the day at whose end it was in force.
+/// A content may be much older than the day at whose end it was in force. Where something was written later than now,
+/// by a clock that was ahead or is behind, what the rule kept at the latest of them stays kept too: a wrong clock costs
+/// no earlier state.
 std::set<std::int64_t> keptInstants(const HouseholdContents& contents, const Environment& environment);
 
 /// The contents of a file that a Delete replaced in the last 30 days, the latest 50 of them, oldest first.

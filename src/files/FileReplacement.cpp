@@ -1,6 +1,7 @@
 #include "files/FileReplacement.h"
 
 #include "files/FileDescriptor.h"
+#include "files/FolderLock.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -27,13 +28,19 @@ constexpr std::size_t randomDigits = 16;
 
 std::string temporaryStart(const std::string& name) { return "." + name + "."; }
 
-bool isTemporaryOf(std::string_view entry, const std::string& name) {
-    const std::string start = temporaryStart(name);
-    if (entry.size() != start.size() + randomDigits + temporaryEnd.size() || !entry.starts_with(start) ||
-        !entry.ends_with(temporaryEnd)) {
-        return false;
+/// The start of a temporary file's name, of whatever file; "" for any other name.
+std::string_view startOfTemporary(std::string_view entry) {
+    if (!entry.starts_with('.') || !entry.ends_with(temporaryEnd) ||
+        entry.size() < temporaryStart("").size() + randomDigits + temporaryEnd.size()) {
+        return {};
     }
-    return entry.substr(start.size(), randomDigits).find_first_not_of("0123456789abcdef") == std::string_view::npos;
+    const std::string_view start = entry.substr(0, entry.size() - randomDigits - temporaryEnd.size());
+    const std::string_view digits = entry.substr(start.size(), randomDigits);
+    return digits.find_first_not_of("0123456789abcdef") == std::string_view::npos ? start : std::string_view();
+}
+
+FileDescriptor openFolder(const std::filesystem::path& path) {
+    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 /// The end of a chain of symbolic links, which need not exist. Null when the chain is too long.
@@ -53,6 +60,7 @@ std::optional<std::filesystem::path> followingLinks(std::filesystem::path path) 
     return std::nullopt;
 }
 
+/// Of the file of that name; of all files where it is empty. Whoever still writes holds a lock on his.
 void removeLeftOverTemporaries(const FileDescriptor& folder, const std::string& name) {
     const int listing = ::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (listing < 0) {
@@ -65,14 +73,15 @@ void removeLeftOverTemporaries(const FileDescriptor& folder, const std::string& 
     }
     std::vector<std::string> leftOver;
     while (const dirent* entry = ::readdir(stream.get())) {
-        if (isTemporaryOf(entry->d_name, name)) {
+        const std::string_view start = startOfTemporary(entry->d_name);
+        if (!start.empty() && (name.empty() || start == temporaryStart(name))) {
             leftOver.emplace_back(entry->d_name);
         }
     }
     for (const std::string& temporary : leftOver) {
         const FileDescriptor file(
             ::openat(folder.get(), temporary.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+        if (file && tryToLock(file)) {
             ::unlinkat(folder.get(), temporary.c_str(), 0);
         }
     }
@@ -99,8 +108,8 @@ public:
         if (!m_file) {
             return false;
         }
-        if (::flock(m_file.get(), LOCK_EX | LOCK_NB) != 0) {
-            return errno != EWOULDBLOCK;  // a file system without locks
+        if (!tryToLock(m_file)) {
+            return false;
         }
         struct stat status {};
         return ::fstat(m_file.get(), &status) == 0 && status.st_nlink > 0;
@@ -158,8 +167,7 @@ bool replaceTarget(const std::filesystem::path& path, const NewContent& content)
     if (!target || !target->has_filename() || !mayBeReplaced(*target, content.madeFrom)) {
         return false;
     }
-    const std::filesystem::path parent = target->has_parent_path() ? target->parent_path() : ".";
-    const FileDescriptor folder(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor folder = openFolder(target->has_parent_path() ? target->parent_path() : ".");
     if (!folder) {
         return false;
     }
@@ -189,6 +197,17 @@ bool replaceFile(const std::filesystem::path& path, const NewContent& content) n
     } catch (const std::bad_alloc&) {
         return false;
     }
+}
+
+void removeLeftOvers(const std::filesystem::path& folder) {
+    if (const FileDescriptor opened = openFolder(folder)) {
+        removeLeftOverTemporaries(opened, {});
+    }
+}
+
+bool synchronizeFolder(const std::filesystem::path& folder) {
+    const FileDescriptor opened = openFolder(folder);
+    return opened && ::fsync(opened.get()) == 0;
 }
 
 }  // namespace kpx

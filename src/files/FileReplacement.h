@@ -34,4 +34,10 @@ struct NewContent {
     return replaceFile(path, NewContent{.bytes = bytes});
 }
 
+/// Removes what writers of any file in the folder that were killed left behind.
+void removeLeftOvers(const std::filesystem::path& folder);
+
+/// From then on the names in the folder outlast a loss of power. False when that cannot be had.
+bool synchronizeFolder(const std::filesystem::path& folder);
+
 }  // namespace kpx

@@ -63,7 +63,6 @@ struct RegionServices {
     const std::vector<std::string>& monthNames();
     const std::vector<std::string>& weekdayNames();
 
-    const icu::DecimalFormatSymbols& decimalSymbols();
     bool hasDecimalComma() const;
     std::string decimalSymbol(icu::DecimalFormatSymbols::ENumberFormatSymbol symbol);
     /// The separator and the currency symbol that typed costs may hold.
@@ -90,6 +89,7 @@ private:
     icu::SimpleDateFormat& patternFormatter(std::string_view pattern);
     const std::string& patternOfSkeleton(std::string_view skeleton);
     std::vector<std::string> symbolNames(bool months);
+    const icu::DecimalFormatSymbols& decimalSymbols();
 
     Conventions m_conventions;
     icu::Locale m_dates;

@@ -28,23 +28,27 @@ std::vector<RemindedPrescription> remindedOn(LocalDay day, const ReminderFolder&
 
 }  // namespace
 
-std::optional<RefillsToOrder> refillNotice(const Reminder& standing, int lead, const ReminderFolder& reminders,
-                                           LocalTime now, const RefillSources& sources, const Region& region) {
+RefillNotice refillNotice(const Reminder& standing, int lead, const ReminderFolder& reminders, LocalTime now,
+                          const RefillSources& sources, const Region& region) {
     const LocalDay day = lastDueDay(now);
     const LocalDay before = standing.deliveredDay.value_or(standing.firstDay - std::chrono::days(1));
     const int missed = static_cast<int>((day - before).count()) - 1;
     std::error_code error;
     if (!std::filesystem::is_directory(sources.dataFolder, error)) {
-        return std::nullopt;  // reading would make it, and nothing is written there from here
+        return {};  // reading would make it, and nothing is written there from here
     }
-    const auto history = copyArrayFromDataFile(sources.dataFolder, prescriptionHistoryFile);
-    if (!history || missed < 0) {
-        return std::nullopt;
+    const DataFile history = readDataFile(sources.dataFolder, prescriptionHistoryFile);
+    if (history.state == DataFile::State::Unreadable) {
+        return {.isKnown = false};
+    }
+    if (history.state == DataFile::State::Damaged || missed < 0) {
+        return {};
     }
     const Date date = dateOfDay(day, region);
-    return refillsToOrder(
-        *history, {.day = date, .missed = missed, .lead = lead}, remindedOn(day, reminders), {date, region},
-        LocalizedStrings(sources.resources, languageOfTexts(sources.resources, region.languageCodes())));
+    return {.refills = refillsToOrder(
+                history.records, {.day = date, .missed = missed, .lead = lead}, remindedOn(day, reminders),
+                {date, region},
+                LocalizedStrings(sources.resources, languageOfTexts(sources.resources, region.languageCodes())))};
 }
 
 LocalDay dayOfDate(Date date, const Region& region) {

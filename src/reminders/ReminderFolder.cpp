@@ -1,6 +1,7 @@
 #include "reminders/ReminderFolder.h"
 
 #include "files/FileReplacement.h"
+#include "files/FolderLock.h"
 #include "files/WholeFile.h"
 #include "plist/PropertyList.h"
 #include "values/Record.h"
@@ -41,7 +42,7 @@ public:
         using namespace std::chrono_literals;
         constexpr int mostTries = 200;
         for (int tries = 0; m_folder && tries < mostTries; ++tries) {
-            if (::flock(m_folder.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+            if (tryToLock(m_folder)) {
                 return;
             }
             std::this_thread::sleep_for(5ms);
@@ -203,33 +204,40 @@ bool ReminderFolder::withdraw(std::string_view identifier) const {
         return isKnown;
     }
     if (reminder->phase != Phase::Shown) {
-        return remove(*reminder);
+        return unlink(*reminder);
     }
     Reminder withdrawn = *reminder;
     withdrawn.phase = Phase::Withdrawn;
-    return change(*reminder, withdrawn) && synchronize();
+    return rename(fileNameFromReminder(*reminder), fileNameFromReminder(withdrawn)) && synchronize();
 }
 
 bool ReminderFolder::remove(const Reminder& reminder) const {
-    const int result = ::unlink((m_path / fileNameFromReminder(reminder)).c_str());
-    return (result == 0 || errno == ENOENT) && synchronize();
+    const Turn turn(m_path);
+    return unlink(reminder);
 }
 
 bool ReminderFolder::change(const Reminder& from, const Reminder& to) const {
-    return from == to || rename(fileNameFromReminder(from), fileNameFromReminder(to));
+    if (from == to) {
+        return true;
+    }
+    const Turn turn(m_path);
+    return rename(fileNameFromReminder(from), fileNameFromReminder(to));
+}
+
+bool ReminderFolder::unlink(const Reminder& reminder) const {
+    const int result = ::unlink((m_path / fileNameFromReminder(reminder)).c_str());
+    return (result == 0 || errno == ENOENT) && synchronize();
 }
 
 bool ReminderFolder::rename(const std::string& from, const std::string& to) const {
     return ::rename((m_path / from).c_str(), (m_path / to).c_str()) == 0;
 }
 
-bool ReminderFolder::synchronize() const {
-    const FileDescriptor folder = openFolder(m_path);
-    return folder && ::fsync(folder.get()) == 0;
-}
+bool ReminderFolder::synchronize() const { return synchronizeFolder(m_path); }
 
 std::optional<int> ReminderFolder::standingLead() const {
-    const auto standing = find(standingIdentifier);
+    const Turn turn(m_path);
+    const auto standing = searchIn(m_path, standingIdentifier).found;
     const FoundContent found = standing && standing->phase != Phase::Withdrawn ? read(*standing) : FoundContent();
     return found.state == FoundContent::State::Whole ? std::optional(found.content.lead) : std::nullopt;
 }
@@ -248,7 +256,7 @@ bool ReminderFolder::setStandingLead(std::optional<int> lead, LocalTime now) con
     }
     if (standing && standing->phase == Phase::Withdrawn) {
         // Its notification stays on the screen: nobody is left to close it.
-        if (!remove(*standing)) {
+        if (!unlink(*standing)) {
             return false;
         }
         standing.reset();
@@ -268,22 +276,7 @@ void ReminderFolder::setServer(const std::string& server) const {
     }
 }
 
-void ReminderFolder::removeLeftovers() const {
-    const Turn turn(m_path);
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(m_path, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string name = entry->path().filename();
-        if (!name.starts_with('.') || !name.ends_with(".tmp")) {
-            continue;
-        }
-        // Whoever still writes holds a lock on it.
-        const FileDescriptor file(::open(entry->path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-        if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
-            ::unlink(entry->path().c_str());
-        }
-    }
-}
+void ReminderFolder::removeLeftovers() const { removeLeftOvers(m_path); }
 
 DeliveryLock::Outcome DeliveryLock::tryToGet(const std::filesystem::path& folder) {
     if (m_descriptor) {
@@ -293,7 +286,7 @@ DeliveryLock::Outcome DeliveryLock::tryToGet(const std::filesystem::path& folder
     if (!lock) {
         return Outcome::Impossible;
     }
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (!tryToLock(lock)) {
         return Outcome::TakenByAnother;
     }
     m_descriptor.emplace(std::move(lock));

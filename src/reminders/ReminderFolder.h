@@ -43,9 +43,9 @@ std::filesystem::path remindersFolder();
 /// (Schedule.h). So ten thousand reminders cost no more memory than their names, a damaged file harms no
 /// other reminder, and a change of state is one rename.
 ///
-/// The window program adds and withdraws, whichever agent delivers changes states, and both at any time: each step
-/// is one rename or one removal, and a step whose file has another name by now fails and changes nothing.
-/// A file that cannot be read is renamed out of the way, never overwritten and never deleted.
+/// The window program adds and withdraws, whichever agent delivers changes states, and both at any time: they take
+/// turns, each step is one rename or one removal, and a step whose file has another name by now fails and changes
+/// nothing. A file that cannot be read is renamed out of the way, never overwritten and never deleted.
 class ReminderFolder {
 public:
     /// The folder is made when the first reminder is added.
@@ -92,6 +92,8 @@ public:
     void removeLeftovers() const;
 
 private:
+    // Within a turn of the caller's.
+    bool unlink(const Reminder& reminder) const;
     bool rename(const std::string& from, const std::string& to) const;
 
     std::filesystem::path m_path;

@@ -9,9 +9,6 @@ namespace kpx {
 
 // When a notification server that took a reminder not is asked again.
 
-/// From a try to the next one: 1, 2, 5, 10 minutes, then 15 each time. `tries` counts from 1.
-std::chrono::minutes pauseAfterTry(int tries);
-
 /// After so many tries that found no server at all, the window program shows the reminder itself.
 inline constexpr int triesBeforeAWindow = 3;
 

@@ -73,13 +73,13 @@ constexpr ReportColumn tableContents[] = {
     {725, nullptr, ShortDate, "dispensedate"},
 };
 
-std::optional<std::string> shownText(const Value* value) {
+std::optional<std::string> plainText(const Value* value) {
     const auto text = textOfValue(value);
     return text ? std::optional(text->string()) : std::nullopt;
 }
 
 std::optional<std::string> word(const char* key, const Value* value, const LocalizedStrings& localized) {
-    const auto text = shownText(value);
+    const auto text = plainText(value);
     return text ? std::optional(shownWord(key, *text, localized)) : std::nullopt;
 }
 
@@ -122,7 +122,7 @@ std::optional<Date> reportDate(const Record& record, const char* key, const Envi
     if (const auto* date = value ? value->as<Date>() : nullptr) {
         return *date;
     }
-    const auto text = shownText(value);
+    const auto text = plainText(value);
     return text ? std::optional(dateFromYYMMDDStr(*text, environment)) : std::nullopt;
 }
 
@@ -134,11 +134,11 @@ std::optional<std::string> reportFieldText(const ReportColumn& column, const Rec
             return joined(shortDate(record, column.key, environment), "\t",
                           shortDate(record, column.secondKey, environment));
         case TypeAndRefills:
-            return joined(word(column.key, value, localized), "\t\t", shownText(record.find(column.secondKey)));
+            return joined(word(column.key, value, localized), "\t\t", plainText(record.find(column.secondKey)));
         case Word:
             return word(column.key, value, localized);
         case Currency:
-            if (const auto cost = shownText(value)) {
+            if (const auto cost = plainText(value)) {
                 return formatCurrency(leadingNumber(*cost), environment);
             }
             return std::nullopt;
@@ -150,7 +150,7 @@ std::optional<std::string> reportFieldText(const ReportColumn& column, const Rec
         case PlainText:
             break;
     }
-    return shownText(value);
+    return plainText(value);
 }
 
 }  // namespace kpx

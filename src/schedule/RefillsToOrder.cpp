@@ -53,7 +53,7 @@ std::string lineOf(const Refill& refill, const Environment& environment, const L
 std::vector<Refill> refillsOfTheDays(Records history, const StandingDays& days,
                                      const std::vector<RemindedPrescription>& reminded,
                                      const Environment& environment) {
-    const Date delivery = dateAtTimeOfDay(days.day, 8, 0, 0, environment);
+    const Date delivery = reminderDeliveryDate(days.day, environment);
     removeDictsWithEarlierDispenseDate(history, environment);
     const Records rows = copyMaintDueArrayForTVFromFilteredArray(history, environment);
     std::vector<Refill> refills;

@@ -59,12 +59,12 @@ Application::Application()
     QObject::connect(&*m_window, &MainWindow::closed, qApp, [this] {
         saveWindowState(*m_window);
         m_delegate.windowWillClose();
-        endUnlessPreviewsStay();
+        endUnlessSomethingStays();
     });
     QObject::connect(&*m_window, &MainWindow::quitWanted, qApp, [this] { quit(); });
     m_ports.preview.lastClosed = [this] {
         if (!m_window->isVisible()) {
-            endSoon();
+            endUnlessSomethingStays();
         }
     };
 }
@@ -99,11 +99,13 @@ void Application::start() {
 
 void Application::endSoon() { QTimer::singleShot(0, qApp, &QCoreApplication::quit); }
 
-void Application::endUnlessPreviewsStay() {
+void Application::endUnlessSomethingStays() {
     // What is saved or printed is not lost; what is not stays, as a viewer of its own would.
     m_ports.preview.closeKept();
     const auto previews = m_ports.preview.windows();
-    if (std::ranges::none_of(previews, [](const PreviewWindow* window) { return window->isVisible(); })) {
+    const auto stays = [](const auto& window) { return window->isVisible(); };
+    if (std::ranges::none_of(previews, stays) &&
+        std::ranges::none_of(m_reminderWindows, [&](const auto& entry) { return stays(entry.second); })) {
         endSoon();
     }
 }
@@ -143,6 +145,15 @@ void Application::showReminder(const UserNotification& reminder) {
         raise();
         open(reminder);
     });
+    // Not at once: "Show" opens the main window first.
+    QObject::connect(
+        &*window, &QDialog::finished, qApp,
+        [this] {
+            if (!m_window->isVisible()) {
+                endUnlessSomethingStays();
+            }
+        },
+        Qt::QueuedConnection);
     window->show();
     window->raise();
     window->activateWindow();

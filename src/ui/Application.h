@@ -73,7 +73,8 @@ public:
 private:
     void start();
     void quit();
-    void endUnlessPreviewsStay();
+    /// Previews that are not yet saved or printed keep it running, and reminders that nobody has answered.
+    void endUnlessSomethingStays();
     static void endSoon();
 
     QtPorts m_ports;

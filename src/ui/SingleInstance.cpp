@@ -7,6 +7,7 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDebug>
+#include <QElapsedTimer>
 
 namespace kpx {
 
@@ -46,9 +47,8 @@ void useTokens(const QVariantMap& platformData) {
     }
 }
 
-/// Whether the program that has the name took the call, within the time that somebody waits for a window.
-bool otherIsRaised(const QDBusConnection& bus, bool scheduleIsWanted) {
-    constexpr int patienceInMilliseconds = 2000;
+/// Whether the program that has the name took the call in time.
+bool otherIsRaised(const QDBusConnection& bus, bool scheduleIsWanted, int milliseconds) {
     const QString method = scheduleIsWanted ? QStringLiteral("ActivateAction") : QStringLiteral("Activate");
     QDBusMessage message = QDBusMessage::createMethodCall(busName, busPath, applicationInterface, method);
     message.setAutoStartService(false);
@@ -56,7 +56,7 @@ bool otherIsRaised(const QDBusConnection& bus, bool scheduleIsWanted) {
         message << scheduleAction << QVariantList();
     }
     message << ownPlatformData();
-    return bus.call(message, QDBus::Block, patienceInMilliseconds).type() == QDBusMessage::ReplyMessage;
+    return bus.call(message, QDBus::Block, milliseconds).type() == QDBusMessage::ReplyMessage;
 }
 
 }  // namespace
@@ -71,15 +71,17 @@ bool SingleInstance::claim(bool scheduleIsWanted) {
     }
     bus.registerObject(busPath, this, QDBusConnection::ExportAllSlots);
     // The other one may just be ending, and the name be free a moment later.
-    constexpr int attempts = 2;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
+    constexpr int patience = 2000;  // milliseconds that somebody waits for a window
+    QElapsedTimer waited;
+    waited.start();
+    do {
         if (bus.registerService(busName)) {
             return true;
         }
-        if (otherIsRaised(bus, scheduleIsWanted)) {
+        if (otherIsRaised(bus, scheduleIsWanted, patience - static_cast<int>(waited.elapsed()))) {
             return false;
         }
-    }
+    } while (waited.elapsed() < patience);
     qWarning() << "The program's name is taken by something that does not answer: this start goes on without it.";
     return true;
 }

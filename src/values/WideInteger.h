@@ -15,8 +15,6 @@ public:
 
     std::int64_t high() const { return m_bits->high; }
     std::uint64_t low() const { return m_bits->low; }
-    /// The same for copies of one number.
-    const void* identity() const { return m_bits.identity(); }
 
     /// "-170141183460469231731687303715884105728".
     std::string decimalText() const;

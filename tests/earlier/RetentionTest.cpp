@@ -134,6 +134,29 @@ TEST(Retention, KeepsFiftyDeletionsOfAFile) {
     EXPECT_EQ(superfluousContents(contents, noon).back().since, at(2024, 3, 1, 10, 8));
 }
 
+TEST(Retention, LosesNothingToAWrongClock) {
+    // A write an hour for sixty hours; then the clock falls back by a year, and something is written.
+    std::vector<std::int64_t> instants;
+    for (int hour = 0; hour < 60; ++hour) {
+        instants.push_back(at(2025, 3, 1, hour));
+    }
+    HouseholdContents contents = historyOf(instants);
+    const Environment then{Date::fromSecondsSince1970(static_cast<double>(instants.back())), noon.region};
+    const auto lost = instantsOf(superfluousContents(contents, then));
+    ASSERT_EQ(lost.size(), 34U) << "what is older than a day, but the end of the first";
+    contents[history].back().isPresent = false;
+    contents[history].insert(contents[history].begin(),
+                             {.file = history, .since = at(2024, 3, 5, 11), .isPresent = true});
+    EXPECT_EQ(instantsOf(superfluousContents(contents, noon)), lost);
+
+    // A write of the future does not take the places of today's.
+    contents = historyOf({at(2024, 3, 5, 9), at(2024, 3, 5, 10), at(2031, 1, 1)});
+    contents[history].back().isPresent = false;
+    contents[history].insert(contents[history].end() - 1,
+                             {.file = history, .since = at(2024, 3, 5, 11), .isPresent = true});
+    EXPECT_EQ(superfluousContents(contents, noon).size(), 0U);
+}
+
 TEST(Retention, GoesByLocalDays) {
     // In New York 04:30 of the fourth, universal time, is still the third.
     const Environment newYork = environmentFor("en_US", "America/New_York");

@@ -76,6 +76,21 @@ private Q_SLOTS:
         QCOMPARE(shown(0, 0), QStringLiteral("Ann Holloway"));
     }
 
+    void fewerRowsLeaveNoneSelected() {
+        clickRow(*history(), history()->model()->rowCount() - 1);
+        Outlets& outlets = m_program->delegate().outlets;
+        // A day on which nothing was dispensed, but for one.
+        outlets.beginDateForShowTab1.setDate(outlets.dispenseDateTab1.date());
+        outlets.endDateForShowTab1.setDate(outlets.dispenseDateTab1.date());
+        int clicks = 0;
+        connect(history(), &RecordTableView::rowClicked, this, [&clicks] { ++clicks; });
+        button("showBtnTab1")->click();
+        QVERIFY(history()->model()->rowCount() < 11);
+        QCOMPARE(table().selectedRow(), -1);
+        QVERIFY(!history()->selectionModel()->hasSelection());
+        QCOMPARE(clicks, 0);
+    }
+
     void aToolTipShowsANameAsTyped() {
         const QString name = QStringLiteral("<img src='file:///secret.png' width='900' height='900'><b>Ann</b>");
         Records records = copyArrayFromDataFile(dataFolder(), prescriptionHistoryFile).value();

@@ -3,7 +3,9 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <pthread.h>
+#include <sched.h>
 #include <seccomp.h>
+#include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -62,9 +64,11 @@ constexpr std::array refusedCalls{
     "socket connect bind accept accept4 sendto sendmmsg socketcall",
     "creat truncate truncate64 ftruncate rename renameat renameat2 link linkat symlink symlinkat unlink unlinkat",
     "mkdir mkdirat rmdir mknod mknodat mount umount2 chroot pivot_root",
-    "chmod fchmod fchmodat chown fchown lchown fchownat utime utimes utimensat futimesat setxattr lsetxattr fsetxattr",
-    "execve execveat kill tkill ptrace process_vm_readv process_vm_writev",
-    "unshare setns bpf keyctl io_uring_setup userfaultfd perf_event_open",
+    "chmod fchmod fchmodat chown fchown lchown fchownat utime utimes utimensat futimesat",
+    "setxattr lsetxattr fsetxattr removexattr lremovexattr fremovexattr",
+    "fork vfork execve execveat kill tkill rt_sigqueueinfo rt_tgsigqueueinfo pidfd_open pidfd_send_signal pidfd_getfd",
+    "ptrace process_vm_readv process_vm_writev process_madvise",
+    "unshare setns bpf keyctl add_key request_key io_uring_setup userfaultfd perf_event_open",
 };
 
 /// Files may be read; the answer goes to a pipe that is open already.
@@ -73,6 +77,7 @@ void giveUpSystemCalls() {
     if (!filter) {
         return;
     }
+    ::seccomp_attr_set(filter, SCMP_FLTATR_CTL_TSYNC, 1);  // threads that are there already too
     constexpr std::uint32_t refuse = SCMP_ACT_ERRNO(EACCES);
     for (const char* names : refusedCalls) {
         std::istringstream words(names);
@@ -80,8 +85,18 @@ void giveUpSystemCalls() {
             ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name(name.c_str()), 0);
         }
     }
-    // Its flags lie in memory, where no filter sees them; who is told that it is missing takes the older calls.
-    ::seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), ::seccomp_syscall_resolve_name("openat2"), 0);
+    // Their flags lie in memory, where no filter sees them; who is told that they are missing takes the older calls.
+    for (const char* name : {"openat2", "clone3"}) {
+        ::seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), ::seccomp_syscall_resolve_name(name), 0);
+    }
+    // Threads, but no process, which would have limits of its own.
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(clone), 1, SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
+    // Signals, limits and priorities of its own alone: 0 stands for the process itself.
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(tgkill), 1,
+                       SCMP_A0(SCMP_CMP_NE, static_cast<scmp_datum_t>(::getpid())));
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(prlimit64), 1, SCMP_A0(SCMP_CMP_NE, 0));
+    // No keys typed into the terminal that the program may have been started from.
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(ioctl), 1, SCMP_A1(SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, TIOCSTI));
     for (const scmp_datum_t flag : {O_WRONLY, O_RDWR, O_CREAT, O_TRUNC}) {
         ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name("open"), 1,
                            SCMP_A1(SCMP_CMP_MASKED_EQ, flag, flag));

@@ -49,6 +49,10 @@ void writeToStandardOutput(std::string_view bytes) {
 int main(int argc, char** argv) {
     // The toolkit's fonts and picture readers, and no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A desktop's theme would bring connections to that desktop along.
+    for (const char* variable : {"QT_QPA_PLATFORMTHEME", "QT_QPA_GENERIC_PLUGINS", "QT_STYLE_OVERRIDE"}) {
+        qunsetenv(variable);
+    }
     const QGuiApplication application(argc, argv);
     const auto request = kpx::requestFromText(kpx::standardInput());
     if (!request) {

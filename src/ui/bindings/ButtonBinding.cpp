@@ -95,6 +95,8 @@ void bind(KPXDropButton& control, DropButton& widget, std::function<void()> befo
             if (control.pictureFailed) {
                 control.pictureFailed(result == DecodingResult::NotFound);
             }
+        } else if (control.pictureShown) {
+            control.pictureShown();
         }
     });
     QObject::connect(&widget, &DropButton::contextMenuWanted, &widget, [&widget](const QPoint& position) {

@@ -31,6 +31,14 @@ void setUsualWidths(const TableView& control, RecordTableView& widget) {
     widget.setColumnWidths(std::move(widths));
 }
 
+void refreshRows(const TableView& control, RecordTableView& widget, RecordTableModel& model) {
+    const QSignalBlocker noUserAct(widget);
+    if (control.numberOfRows() < model.rowCount({})) {
+        widget.setCurrentIndex({});  // in place of one that goes the view would choose another
+    }
+    model.refresh();
+}
+
 void showSelection(const TableView& control, RecordTableView& widget) {
     const QSignalBlocker noUserAct(widget);
     const int row = control.selectedRow();
@@ -101,7 +109,7 @@ void bind(TableView& control, RecordTableView& widget, std::function<Environment
     widget.setItemDelegate(new GaugeDelegate(&widget));
     setUsualWidths(control, widget);
     control.changed = [&control, &widget, model] {
-        model->refresh();
+        refreshRows(control, widget, *model);
         showSelection(control, widget);
         showSortOrder(control, widget);
         widget.setStoredRow(control.markedRow());

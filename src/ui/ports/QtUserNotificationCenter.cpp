@@ -103,11 +103,14 @@ void QtUserNotificationCenter::removeDeliveredNotification(const UserNotificatio
 void QtUserNotificationCenter::removeScheduledNotification(const UserNotification& notification) {
     const std::string identifier = identifierOf(notification);
     std::erase_if(m_unwritten, [&](const Unwritten& unwritten) { return unwritten.reminder.identifier == identifier; });
-    if (identifier.empty() || m_folder.withdraw(identifier)) {
+    if (identifier.empty()) {
         return callAgent("Wake");
     }
-    m_unwithdrawn.push_back(identifier);
-    m_nextTry.start();
+    if (!m_folder.withdraw(identifier)) {
+        m_unwithdrawn.push_back(identifier);
+        m_nextTry.start();
+    }
+    // It may hold what the disk did not take.
     callAgent("RemoveScheduled", {QString::fromStdString(identifier), QByteArray()});
 }
 

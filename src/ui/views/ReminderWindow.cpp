@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace kpx {
@@ -13,10 +14,26 @@ QLabel* plainLabel(const QString& text, const QString& name) {
     auto* label = new QLabel(text);
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    label->setFocusPolicy(Qt::NoFocus);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setWordWrap(true);
     return label;
+}
+
+/// However long they are, the buttons below stay on the screen.
+QScrollArea* scrolled(QLabel* heading, QLabel* text) {
+    auto* content = new QWidget;
+    auto* lines = new QVBoxLayout(content);
+    lines->setContentsMargins({});
+    lines->addWidget(heading);
+    lines->addWidget(text);
+    lines->addStretch();
+    auto* area = new QScrollArea;
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return area;
 }
 
 QString inLines(QString text) {
@@ -55,9 +72,7 @@ ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nul
     constexpr int smallestWidth = 380;
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(margin / 2);
-    layout->addWidget(heading);
-    layout->addWidget(plainLabel(text, QStringLiteral("reminderText")));
-    layout->addStretch();
+    layout->addWidget(scrolled(heading, plainLabel(text, QStringLiteral("reminderText"))));
     layout->addWidget(buttons);
     setMinimumWidth(smallestWidth);
     // Now that it is the dialog's: the desktop decides which button stands first, and the first would have the keys.

@@ -26,6 +26,7 @@ public:
     std::chrono::seconds passToNext(std::chrono::seconds atMost);
     /// Does one thing that is due now; false when there is none.
     bool doNext();
+    std::size_t callsToCome() const { return m_calls.size(); }
     /// As a user sets the wall clock, or a journey does.
     void set(LocalTime now) {
         m_now = now;

@@ -162,6 +162,31 @@ TEST_F(Retry, WhatTheDiskDoesNotTakeIsDeliveredFromMemoryAndWrittenLater) {
     EXPECT_EQ(m_daemon.timesShown(QStringLiteral("held")), 2) << "the next day";
 }
 
+TEST_F(Retry, WhatOnlyMemoryHoldsCanBeTakenBack) {
+    m_daemon.appear();
+    std::filesystem::remove_all(m_session.scheduleFolder());
+    std::ofstream(m_session.scheduleFolder()) << "in the way";
+    startAgent();
+    m_agent->Schedule(QStringLiteral("b2"), "title", "held", QStringLiteral("2026-11-21"), true);
+    std::filesystem::remove(m_session.scheduleFolder());
+    m_agent->RemoveScheduled(QStringLiteral("b2"), {});
+    pass(2h);
+    EXPECT_EQ(m_daemon.timesShown(QStringLiteral("held")), 0);
+    EXPECT_TRUE(m_session.reminders().empty());
+}
+
+TEST_F(Retry, ADiskFullForHoursCostsOneTryAMinute) {
+    m_daemon.appear();
+    std::filesystem::remove_all(m_session.scheduleFolder());
+    std::ofstream(m_session.scheduleFolder()) << "in the way";
+    startAgent();
+    for (int time = 0; time < 20; ++time) {
+        m_agent->Schedule(QStringLiteral("b2"), "title", "held", QStringLiteral("2026-11-21"), true);
+        pass(1min);
+    }
+    EXPECT_LE(m_clock.callsToCome(), 4U);
+}
+
 TEST_F(Retry, TheClockMayBeSetAsOneLikes) {
     m_daemon.appear();
     startAgent();
