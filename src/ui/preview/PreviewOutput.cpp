@@ -3,6 +3,7 @@
 #include "ui/Conversions.h"
 #include "ui/ReportOutput.h"
 #include "ui/preview/PagesView.h"
+#include "ui/preview/PrintDialog.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
 #include <QSaveFile>
@@ -126,7 +126,7 @@ bool PreviewWindow::askForPrinter(QPrinter& printer, const std::vector<PagesView
     printer.setPageLayout(m_layout);
     printer.setFullPage(true);
     printer.setDocName(qstring(documents.front()->document().title));
-    QPrintDialog dialog(&printer, this);
+    PrintDialog dialog(&printer, this);
     if (documents.size() == 1) {
         dialog.setMinMax(1, documents.front()->pageCount());
     } else {
