@@ -6,6 +6,7 @@
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
 #include "ui/Conversions.h"
+#include "ui/Translations.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/ReminderWindow.h"
@@ -14,7 +15,7 @@
 #include <QDir>
 #include <QLocale>
 #include <QRegularExpression>
-#include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 
 #include <memory>
@@ -167,6 +168,20 @@ private:
             }
         }
         outlets.theTabView.selectTab(0);
+        lookAtWordsInTable();
+    }
+
+    void lookAtWordsInTable() {
+        const auto& table = *widgetNamed<QTableView>(m_program->window(), "tableViewTab1");
+        const auto& columns = m_program->delegate().outlets.tableViewTab1.columns();
+        constexpr int margins = 12;
+        for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
+            for (const std::string& word : storedWords(columns[static_cast<std::size_t>(column)].identifier)) {
+                if (table.fontMetrics().horizontalAdvance(translated(word)) + margins > table.columnWidth(column)) {
+                    m_faults.append(QStringLiteral("table: no room for ") + translated(word));
+                }
+            }
+        }
     }
 
     void lookAtSheets() {

@@ -1,5 +1,6 @@
 #include "ui/bindings/TableBinding.h"
 
+#include "core/StoredWords.h"
 #include "ui/Conversions.h"
 #include "ui/Translations.h"
 #include "ui/views/CellText.h"
@@ -20,12 +21,22 @@ namespace kpx {
 
 namespace {
 
+/// Of the program's own words in the column, as they are shown.
+int widestWord(const TableView::Column& column, const QFontMetrics& metrics) {
+    int widest = 0;
+    for (const std::string& word : storedWords(column.identifier)) {
+        widest = qMax(widest, metrics.horizontalAdvance(translated(word)));
+    }
+    return widest;
+}
+
 void setUsualWidths(const TableView& control, RecordTableView& widget) {
     const int character = widget.fontMetrics().averageCharWidth();
     std::vector<RecordTableView::ColumnWidth> widths;
     for (const TableView::Column& column : control.columns()) {
         const int title = widget.fontMetrics().horizontalAdvance(translated(column.title)) + 30;
-        const int usual = usualCharacters(column.identifier) * character + 16;
+        const int usual =
+            qMax(usualCharacters(column.identifier) * character, widestWord(column, widget.fontMetrics())) + 16;
         widths.push_back({qMax(title, usual), isTextColumn(column.identifier)});
     }
     widget.setColumnWidths(std::move(widths));

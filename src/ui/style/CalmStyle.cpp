@@ -268,6 +268,9 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
             return Qt::AlignLeft | Qt::AlignVCenter;
         case SH_EtchDisabledText:
             return 0;
+        case SH_UnderlineShortcut:
+            // An underlined letter is drawn by itself: within an Arabic word it would not join its neighbours.
+            return QGuiApplication::isLeftToRight() ? 1 : 0;
         case SH_ToolTip_WakeUpDelay:
             return m_toolTipDelay;
         // Selecting a tab is an act with consequences, such as a warning; scrolling across it is none.
