@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
@@ -134,6 +135,10 @@ private Q_SLOTS:
             QCOMPARE(program->window().layoutDirection(), Qt::RightToLeft);
             QVERIFY(leftOf(program->window(), "patientPopTab1", "labelPatientPopTab1"));
             QVERIFY(leftOf(program->window(), "changeBtnTab1", "addBtnTab1"));
+            // A number that begins with its period stays one, and no underline tears letters apart.
+            const auto& table = *widgetNamed<QTableView>(program->window(), "tableViewTab1");
+            QCOMPARE(table.model()->index(0, 9).data().toString(), QStringLiteral("\u200E.80"));
+            QVERIFY(!program->window().style()->styleHint(QStyle::SH_UnderlineShortcut));
         }
         const auto program = startWithoutSplash();
         QVERIFY(program);

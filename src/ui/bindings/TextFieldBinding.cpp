@@ -3,6 +3,7 @@
 #include "ui/Conversions.h"
 #include "ui/bindings/TypingFilter.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -27,6 +28,10 @@ void showText(QLineEdit& widget, const QString& text) {
 
 void bind(TextField& control, QLineEdit& widget) {
     widget.setReadOnly(!control.isEditable());
+    if (widget.isReadOnly() && QGuiApplication::isRightToLeft()) {
+        // Below its label, which stands right; a number by itself would stand left.
+        widget.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
     control.changed = [&control, &widget] {
         const QSignalBlocker noKeystroke(widget);
         showText(widget, qstring(control.text()));

@@ -7,6 +7,7 @@
 #include "ui/Translations.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <array>
@@ -36,7 +37,12 @@ QString cellText(const std::string& column, const Value& value, const Environmen
     if (const Text* text = value.as<Text>(); text && isStoredWord(column, text->view())) {
         return translated(text->view());
     }
-    const QString shown = qstring(shownText(column, value, environment, {}));
+    QString shown = qstring(shownText(column, value, environment, {}));
+    if (contains(numberColumns, column) && QGuiApplication::isRightToLeft() && !shown.isEmpty() &&
+        !shown.front().isDigit()) {
+        // In a line read from the right ".80" would show as "80.".
+        shown.prepend(QChar(0x200E));
+    }
     const Date* date = column == "when" ? value.as<Date>() : nullptr;
     return date ? shown + QStringLiteral("  ") + qstring(timeOfDayFromDate(*date, environment)) : shown;
 }
