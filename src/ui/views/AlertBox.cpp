@@ -1,6 +1,7 @@
 #include "ui/views/AlertBox.h"
 
 #include "ui/Conversions.h"
+#include "ui/views/LongNames.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -21,24 +22,6 @@ constexpr int comfortableWidth = 420;
 constexpr int widestWidth = 760;
 /// What a window manager puts around a window, and a little air.
 constexpr int roomForFrame = 64;
-
-/// The text with places, which are not seen, where a name without blanks may break. Lines break between words
-/// only, and the rest of such a name would lie outside the box.
-QString withBreaks(const QString& text) {
-    constexpr int longestUnbroken = 40;
-    constexpr QChar zeroWidthSpace(0x200B);
-    QString broken;
-    int unbroken = 0;
-    for (const QChar character : text) {
-        unbroken = character.isSpace() ? 0 : unbroken + 1;
-        if (unbroken > longestUnbroken && !character.isLowSurrogate() && !character.isMark()) {
-            broken.append(zeroWidthSpace);
-            unbroken = 1;
-        }
-        broken.append(character);
-    }
-    return broken;
-}
 
 /// Texts separate their paragraphs by carriage returns.
 QString lines(const std::string& text) {

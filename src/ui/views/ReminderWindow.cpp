@@ -1,5 +1,7 @@
 #include "ui/views/ReminderWindow.h"
 
+#include "ui/views/LongNames.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
@@ -11,7 +13,7 @@ namespace kpx {
 namespace {
 
 QLabel* plainLabel(const QString& text, const QString& name) {
-    auto* label = new QLabel(text);
+    auto* label = new QLabel(withBreaks(text));
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -28,6 +30,7 @@ QScrollArea* scrolled(QLabel* heading, QLabel* text) {
     lines->addWidget(text);
     lines->addStretch();
     auto* area = new QScrollArea;
+    area->setObjectName(QStringLiteral("reminderScroll"));
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);

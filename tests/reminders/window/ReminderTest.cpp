@@ -15,6 +15,9 @@
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,6 +27,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <utility>
 
 using namespace kpx;
 using namespace kpx::test;
@@ -236,6 +240,29 @@ private Q_SLOTS:
             QCOMPARE(outlets().theTabView.selectedTab(), isShow ? 1 : 0);
         }
         QVERIFY(waitForAlert());  // there is no such drug
+    }
+
+    void itsWindowIsNeverLargerThanTheScreen() {
+        QVERIFY(startUp(*m_program));
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        UserNotification reminder;
+        reminder.title = "Prescription 'Next Fill Date' Reminder";
+        for (const auto& [name, isLong] :
+             {std::pair(std::string("Vitamin D3 drops"), false), std::pair(std::string(20000, 'n'), true)}) {
+            reminder.informativeText = "Prescription: " + name + "\r for patient: Ann Holloway\r is due";
+            m_program->showReminder(reminder);
+            auto* window = reminderWindow();
+            QVERIFY(window);
+            QVERIFY(QTest::qWaitForWindowExposed(window));
+            QVERIFY(window->width() <= screen->availableSize().width() / 2);
+            QVERIFY(window->height() <= screen->availableSize().height());
+            const auto* area = window->findChild<QScrollArea*>(QStringLiteral("reminderScroll"));
+            QCOMPARE(area->verticalScrollBar()->maximum() > 0, isLong);
+            QVERIFY(window->findChild<QLabel*>(QStringLiteral("reminderText"))->width() <= area->viewport()->width());
+            QVERIFY(window->accessibleDescription().contains(QString::fromStdString(name)));
+            window->close();
+            QTRY_VERIFY(!reminderWindow());
+        }
     }
 
 private:
