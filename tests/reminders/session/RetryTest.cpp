@@ -1,4 +1,6 @@
 #include "agent/Agent.h"
+#include "core/DataFiles.h"
+#include "core/Keys.h"
 #include "tests/reminders/session/HeldClock.h"
 #include "tests/reminders/session/Neighbours.h"
 #include "tests/reminders/session/Session.h"
@@ -6,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace kpx {
@@ -25,7 +28,7 @@ protected:
             m_folder.add({.identifier = "a1", .firstDay = day, .deliveredDay = std::nullopt}, {"title", "text", true}));
     }
     void startAgent() {
-        m_agent = std::make_unique<Agent>(m_session.connect(), m_folder, m_clock, RefillSources{},
+        m_agent = std::make_unique<Agent>(m_session.connect(), m_folder, m_clock, RefillSources{m_data, {}},
                                           [] { return Region("en_US", "UTC"); });
         settle();
     }
@@ -46,6 +49,7 @@ protected:
     ApplicationDouble m_application{m_session.connect()};
     HeldClock m_clock{{day, 7h + 59min + 59s}};
     ReminderFolder m_folder{m_session.scheduleFolder()};
+    std::filesystem::path m_data = m_session.folder() / "data" / dataFolderName;
     std::unique_ptr<Agent> m_agent;
 };
 
@@ -141,6 +145,44 @@ TEST_F(Retry, WhatCannotBeReadForAMomentIsReadAgain) {
     std::filesystem::rename(m_session.folder() / "elsewhere", file);
     pass(1min);
     EXPECT_EQ(m_daemon.timesShown(text), 1);
+}
+
+TEST_F(Retry, AHistoryThatCannotBeReadForAMomentIsReadAgain) {
+    m_daemon.appear();
+    ASSERT_TRUE(m_folder.remove(only()));
+    ASSERT_TRUE(m_folder.setStandingLead(3, {day, 7h}));
+    const auto history = m_data / prescriptionHistoryFile;
+    makeDataFolder(m_data);
+    std::filesystem::create_directory(history);
+    startAgent();
+    pass(1s);
+    EXPECT_TRUE(m_daemon.shown.empty());
+    std::filesystem::remove(history);
+    ASSERT_TRUE(writeArray(Records{Record{{MHPatientKey, "Ann"},
+                                          {MHDrugKey, "Lisinopril"},
+                                          {MHDispenseDateKey, "20261101"},
+                                          {MHDaysSupplyKey, std::int64_t(20)},
+                                          {MHRefillsRemainKey, std::int64_t(2)},
+                                          {MHExpireDateKey, "20301231"}}},
+                           m_data, prescriptionHistoryFile));
+    pass(1min);
+    ASSERT_EQ(m_daemon.shown.size(), 1U);
+    EXPECT_EQ(m_daemon.shown.front().title.toStdString(), "Refills to order");
+    EXPECT_EQ(m_daemon.shown.front().body.toStdString(), "Lisinopril for Ann: Nov 21, 2 refills left");
+}
+
+TEST_F(Retry, ADamagedHistoryIsSilent) {
+    m_daemon.appear();
+    ASSERT_TRUE(m_folder.remove(only()));
+    ASSERT_TRUE(m_folder.setStandingLead(3, {day, 7h}));
+    makeDataFolder(m_data);
+    std::ofstream(m_data / prescriptionHistoryFile) << "rubbish";
+    startAgent();
+    pass(1h);
+    EXPECT_TRUE(m_daemon.shown.empty());
+    EXPECT_EQ(only().deliveredDay, day);
+    std::ifstream file(m_data / prescriptionHistoryFile);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "rubbish");
 }
 
 TEST_F(Retry, WhatTheDiskDoesNotTakeIsDeliveredFromMemoryAndWrittenLater) {
