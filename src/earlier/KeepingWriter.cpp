@@ -41,7 +41,7 @@ struct Exchange {
     std::optional<FileContent> kept = std::nullopt;
 };
 
-/// Null when an earlier content cannot be read.
+/// Null when an earlier content cannot be read, or a present one cannot be found out about.
 std::optional<std::vector<Exchange>> exchangesFor(const EarlierFolder& earlier, const HouseholdContents& contents,
                                                   const EarlierState& state) {
     const std::string emptyList = bytesFromRecords({}).value_or("");
@@ -49,6 +49,9 @@ std::optional<std::vector<Exchange>> exchangesFor(const EarlierFolder& earlier, 
     for (std::size_t file = 0; file < householdFileCount; ++file) {
         const auto present = std::ranges::find(contents[file], true, &FileContent::isPresent);
         const bool exists = present != contents[file].end();
+        if (!exists && earlier.read({.file = file, .isPresent = true}).state != WholeFile::State::Missing) {
+            return std::nullopt;  // it would be replaced and not kept
+        }
         if (!exists && !state.contents[file]) {
             continue;
         }

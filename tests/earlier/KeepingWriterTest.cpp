@@ -143,7 +143,8 @@ TEST_F(KeepingWriter, BringsNothingBackWhereThePresentCannotBeKept) {
     ASSERT_EQ(states.states.size(), 1U);
     fs::remove(patients());
     fs::create_directory(patients());
-    EXPECT_EQ(bringBack(folder(), states.states[0], at(5, 11)), BroughtBack::InPart);
+    EXPECT_EQ(bringBack(folder(), states.states[0], at(5, 11)), BroughtBack::NotAtAll);
+    EXPECT_TRUE(fs::is_directory(patients())) << "what it is cannot be told, so it stays";
     fs::remove(patients());
     writeFile(patients(), "()");
     fs::remove_all(earlier());

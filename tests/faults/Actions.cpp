@@ -14,10 +14,12 @@ Commands joined(std::initializer_list<Commands> parts) {
 }
 
 struct List {
+    const char* name;
     const char* popUp;
     const char* maintain;
     const char* table;
     std::vector<std::string> fields;  ///< those that an add needs
+    const char* changed;              ///< one that may change; a name may not
     const char* add;
     const char* change;
     const char* remove;
@@ -26,34 +28,42 @@ struct List {
 
 const std::vector<List>& lists() {
     static const std::vector<List> all = {
-        {"patientPopTab1",
+        {"patients",
+         "patientPopTab1",
          "Maintain Patients…",
          "tableViewpatientSheet",
          {"patientNamepatientSheet"},
+         "patientAddrpatientSheet",
          "addBtnpatientSheet",
          "changeBtnpatientSheet",
          "deleteBtnpatientSheet",
          "closeBtnpatientSheet"},
-        {"pharmacyPopTab1",
+        {"pharmacies",
+         "pharmacyPopTab1",
          "Maintain Pharmacies…",
          "tableViewpharmacySheet",
          {"pharmacyNamepharmacySheet"},
+         "pharmacyAddrpharmacySheet",
          "addBtnpharmacySheet",
          "changeBtnpharmacySheet",
          "deleteBtnpharmacySheet",
          "closeBtnpharmacySheet"},
-        {"drugPopTab1",
+        {"drugs",
+         "drugPopTab1",
          "Maintain Drugs…",
          "tableViewDrugSheet",
          {"drugNameDrugSheet", "drugDescDrugSheet"},
+         "drugDescDrugSheet",
          "addBtnDrugSheet",
          "changeBtnDrugSheet",
          "deleteBtnDrugSheet",
          "closeBtnDrugSheet"},
-        {"prescriberPopTab1",
+        {"prescribers",
+         "prescriberPopTab1",
          "Maintain Prescribers…",
          "tableViewPrescriberSheet",
          {"prescriberNamePrescriberSheet"},
+         "prescriberAddrPrescriberSheet",
          "addBtnPrescriberSheet",
          "changeBtnPrescriberSheet",
          "deleteBtnPrescriberSheet",
@@ -87,7 +97,7 @@ Commands entryForm(const std::string& number, const std::string& type) {
 
 const Commands& madeHousehold() {
     static const Commands commands = [] {
-        Commands all = {"start"};
+        Commands all = {"clock 2024-03-06T18:00:00", "start"};
         for (const char* name : {"One", "Two"}) {
             for (const List& list : lists()) {
                 all = joined({all, {"tick 3600"}, added(list, name)});
@@ -114,10 +124,16 @@ const std::vector<Action>& writingActions() {
         };
         for (const List& list : lists()) {
             const std::string second = std::string("dblclick ") + list.table + " 1";
-            all.push_back(
-                {list.maintain, joined({open(list), fill(list, "Three")}), {std::string("click ") + list.add}});
-            all.push_back({list.maintain, joined({open(list), {second}}), {std::string("click ") + list.change}});
-            all.push_back({list.maintain, joined({open(list), {second}}), {std::string("click ") + list.remove}});
+            all.push_back({list.name + std::string(": Add"),
+                           joined({open(list), fill(list, "Three")}),
+                           {std::string("click ") + list.add}});
+            const std::string change = std::string("paste ") + list.changed + " Other";
+            all.push_back({list.name + std::string(": Change"),
+                           joined({open(list), {second, change}}),
+                           {std::string("click ") + list.change}});
+            all.push_back({list.name + std::string(": Delete"),
+                           joined({open(list), {second}}),
+                           {std::string("click ") + list.remove}});
         }
         return all;
     }();

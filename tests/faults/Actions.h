@@ -7,7 +7,7 @@ namespace kpx::faults {
 
 /// Something a user does that writes, in the runner's words.
 struct Action {
-    const char* name;
+    std::string name;
     std::vector<std::string> before;  ///< until the form stands
     std::vector<std::string> act;     ///< what writes
 };

@@ -6,14 +6,11 @@
 // superuser runs the trials as nobody, too. With KPX_LONG each call fails in all its ways, else in some of them.
 
 #include "core/DataFiles.h"
-#include "earlier/FileContent.h"
 #include "tests/faults/Actions.h"
 #include "tests/faults/SystemCalls.h"
-#include "tests/runner/Commands.h"
+#include "tests/faults/Trial.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/support/TestPlatform.h"
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -35,76 +32,6 @@ using namespace kpx;
 using namespace kpx::faults;
 using kpx::test::readFile;
 using kpx::test::TemporaryFolder;
-
-constexpr const char* dataFolder = "Velmora";
-
-/// The bytes of every file below a folder, by its path there.
-using Tree = std::map<std::string, std::string>;
-
-Tree treeOf(const fs::path& folder) {
-    Tree tree;
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file()) {
-            tree[entry.path().lexically_relative(folder).string()] = readFile(entry.path());
-        }
-    }
-    return tree;
-}
-
-/// Hard links stay what they are, and so do the times of the files.
-void restore(const fs::path& from, const fs::path& to) {
-    for (const char* part : {dataFolder, "Velmora-earlier"}) {
-        fs::create_directories(to / part);
-        for (const auto& entry : fs::directory_iterator(to / part)) {
-            fs::remove_all(entry.path());
-        }
-        if (!fs::exists(from / part)) {
-            continue;
-        }
-        for (const auto& entry : fs::directory_iterator(from / part)) {
-            const fs::path copy = to / part / entry.path().filename();
-            fs::copy_file(entry.path(), copy);
-            fs::last_write_time(copy, fs::last_write_time(entry.path()));
-        }
-    }
-}
-
-test::Surroundings surroundingsIn(const fs::path& folder) {
-    return {test::regionOf("en_US.UTF-8", "America/New_York"), folder, folder / "config"};
-}
-
-/// A session in the folder; ends the process when a command cannot be carried out.
-class Run {
-public:
-    explicit Run(const fs::path& folder) : m_session(surroundingsIn(folder), [](const test::Json&) {}) {}
-
-    void operator()(const std::vector<std::string>& commands, bool mustSucceed = true) {
-        for (const std::string& line : commands) {
-            const auto words = std::get<runner::Words>(runner::splitLine(line));
-            const auto command = runner::parseCommand(words, m_session.platform.localTime);
-            const test::Json result = runner::runCommand(m_session, std::get<runner::Command>(command));
-            if (mustSucceed && !result["ok"].get<bool>()) {
-                std::cerr << line << ": " << result.dump() << '\n';
-                std::_Exit(EXIT_FAILURE);
-            }
-        }
-    }
-
-private:
-    runner::Session m_session;
-};
-
-/// How a process of its own that does the work ends: its exit status, or the negative signal.
-int inProcess(const std::function<void()>& work) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        work();
-        std::_Exit(EXIT_SUCCESS);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
-}
 
 const char* wordOf(Fault fault) {
     switch (fault) {
@@ -218,70 +145,10 @@ private:
         restore(m_start, m_live);
     }
 
-    static Tree dataFilesOf(const Tree& tree) {
-        Tree files;
-        for (const HouseholdFile& file : householdFiles()) {
-            const auto found = tree.find(std::string(dataFolder) + '/' + std::string(file.name));
-            files[std::string(file.name)] = found == tree.end() ? "missing" : found->second;
-        }
-        return files;
-    }
-
-    static bool isKept(const Tree& tree, const std::string& bytes) {
-        return std::ranges::any_of(
-            tree, [&](const auto& file) { return file.first.starts_with("Velmora-earlier/") && file.second == bytes; });
-    }
-
     /// What is not allowed of what a trial left; empty when all is.
     std::string wrongIn(const Tree& left) {
-        const Tree before = dataFilesOf(m_before);
-        const Tree after = dataFilesOf(m_after);
-        int changed = 0;
-        int changes = 0;
-        for (const auto& [name, bytes] : dataFilesOf(left)) {
-            if (bytes != before.at(name) && bytes != after.at(name)) {
-                return name + " is neither the old nor the new one";
-            }
-            changes += before.at(name) != after.at(name) ? 1 : 0;
-            if (bytes != before.at(name)) {
-                ++changed;
-                // What several files of which were exchanged can be had back from what is kept.
-                if (changes > 1 && !isKept(left, before.at(name))) {
-                    return name + " was replaced and not kept";
-                }
-            }
-        }
-        return m_checked.insert(left).second ? wrongAfterwards() : std::string();
-    }
-
-    /// The next start, and the next write of each file.
-    std::string wrongAfterwards() {
-        restore(m_live, m_check);
-        const int status = inProcess([&] {
-            Run run(m_check);
-            run({"clock 2024-03-08T12:00:00"});
-            run(startAndWriteAll());
-        });
-        if (status != EXIT_SUCCESS) {
-            return "the next start and write end with " + std::to_string(status);
-        }
-        const Tree left = treeOf(m_check / dataFolder);
-        if (left.size() != householdFileCount) {
-            return "something is left beside the data files";
-        }
-        for (const auto& [name, bytes] : left) {
-            const auto records = recordsFromBytes(bytes);
-            const auto old = recordsFromBytes(readFile(m_live / dataFolder / name));
-            if (!records || !old || records->size() != old->size() + 1) {
-                return name + " did not gain the next record";
-            }
-        }
-        for (const auto& entry : fs::directory_iterator(m_check / "Velmora-earlier")) {
-            if (!keptContentOfName(entry.path().filename().native()) || !recordsFromBytes(readFile(entry.path()))) {
-                return entry.path().filename().string() + " is no kept content";
-            }
-        }
-        return {};
+        const std::string wrong = wrongFiles(m_before, m_after, left);
+        return wrong.empty() && m_checked.insert(left).second ? wrongAfterwards(m_live, m_check) : wrong;
     }
 
     int complain(const std::string& fault, const std::string& wrong) {
