@@ -159,8 +159,10 @@ void Agent::post(Position position, const ReminderContent& content) {
     }
     m_posting = true;
     const Reminder after = withoutNotification(posting);
-    const QLocale language(QString::fromStdString(languageOfTexts(m_sources.resources, m_region().languageCodes())));
-    m_server.post(after, content, language.textDirection() == Qt::RightToLeft,
+    const std::string language = languageOfTexts(m_sources.resources, m_region().languageCodes());
+    const LocalizedStrings localized(m_sources.resources, language);
+    const bool isRightToLeft = QLocale(QString::fromStdString(language)).textDirection() == Qt::RightToLeft;
+    m_server.post(after, content, {QString::fromStdString(localized("Show")), isRightToLeft},
                   [=, this](const Posted& answer) { posted(before, after, answer); });
 }
 

@@ -126,7 +126,7 @@ void NotificationServer::ask(bool isNew) {
                               });
 }
 
-void NotificationServer::post(const Reminder& reminder, const ReminderContent& content, bool rightToLeft,
+void NotificationServer::post(const Reminder& reminder, const ReminderContent& content, const Wording& wording,
                               std::function<void(const Posted&)> done) {
     QVariantMap hints{{QStringLiteral("desktop-entry"), QString::fromLatin1(applicationName)},
                       {QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)}};
@@ -140,15 +140,14 @@ void NotificationServer::post(const Reminder& reminder, const ReminderContent& c
     QStringList actions;
     if (m_capabilities.contains(QStringLiteral("actions"))) {
         // Some servers show no button for the default action, others know nothing but buttons.
-        actions = {QStringLiteral("default"), QStringLiteral("Show"), buttonAction + identifier,
-                   QStringLiteral("Show")};
+        actions = {QStringLiteral("default"), wording.show, buttonAction + identifier, wording.show};
     }
     constexpr uint replacesNone = 0;
     constexpr int staysUntilActedUpon = 0;
     QDBusMessage message = call(QStringLiteral("Notify"));
     message << QStringLiteral("Velmora") << replacesNone << icon()
-            << notificationBody(content.title, false, rightToLeft)
-            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup")), rightToLeft)
+            << notificationBody(content.title, false, wording.isRightToLeft)
+            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup")), wording.isRightToLeft)
             << actions << hints << staysUntilActedUpon;
     m_answered = std::move(done);
     const int post = ++m_posts;

@@ -26,6 +26,12 @@ QString notificationBody(const std::string& text, bool serverReadsMarkup, bool r
 /// What became of a notification: the server's number for it, or why it is not on the screen.
 using Posted = std::variant<std::uint32_t, Failure>;
 
+/// How the user's language has it around a reminder's own text.
+struct Wording {
+    QString show;  ///< on the button that is the click
+    bool isRightToLeft = false;
+};
+
 /// The desktop's notification server, which may come, go and be replaced at any time, refuse, or not answer at all:
 /// no answer within half a minute is a refusal.
 class NotificationServer : public QObject {
@@ -47,7 +53,7 @@ public:
     bool replacesByTag() const;
 
     /// The message is on its way when this returns. REQUIRES: isReady(), and no other post under way.
-    void post(const Reminder& reminder, const ReminderContent& content, bool rightToLeft,
+    void post(const Reminder& reminder, const ReminderContent& content, const Wording& wording,
               std::function<void(const Posted&)> done);
     void close(std::uint32_t notification);
 

@@ -106,6 +106,20 @@ TEST_F(Retry, NoAnswerWithinHalfAMinuteIsARefusal) {
     EXPECT_EQ(only().phase, Phase::Shown);
 }
 
+TEST_F(Retry, TheButtonSpeaksTheUsersLanguage) {
+    const std::filesystem::path table = m_session.folder() / "resources/de.lproj/Localizable.strings";
+    std::filesystem::create_directories(table.parent_path());
+    std::ofstream(table) << "\"Show\" = \"Zeigen\";";
+    m_daemon.appear();
+    m_agent = std::make_unique<Agent>(m_session.connect(), m_folder, m_clock,
+                                      RefillSources{.dataFolder = {}, .resources = m_session.folder() / "resources"},
+                                      [] { return Region("de_DE", "UTC"); });
+    settle();
+    pass(1s);
+    ASSERT_EQ(m_daemon.shown.size(), 1U);
+    EXPECT_EQ(m_daemon.shown.front().actions.at(1), QStringLiteral("Zeigen"));
+}
+
 TEST_F(Retry, AServerThatComesGetsItAtOnce) {
     startAgent();
     pass(1s + 30min);
