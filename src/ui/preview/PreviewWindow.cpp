@@ -23,6 +23,7 @@ namespace kpx {
 PreviewWindow::PreviewWindow(const QPageLayout& layout, QWidget* parent)
     : QMainWindow(parent), m_layout(layout), m_tabs(new QTabWidget), m_findBar(new FindBar), m_position(new QLabel) {
     setObjectName(QStringLiteral("previewWindow"));
+    m_tabs->setAccessibleName(tr("Reports"));
     m_tabs->setDocumentMode(true);
     m_tabs->setTabBarAutoHide(true);
     m_tabs->setTabsClosable(true);

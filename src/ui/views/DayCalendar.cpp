@@ -1,6 +1,9 @@
 #include "ui/views/DayCalendar.h"
 
+#include "ui/Conversions.h"
 #include "ui/style/Strokes.h"
+#include "ui/views/AccessibleTable.h"
+#include "values/Unicode.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -30,13 +33,72 @@ QIcon arrow(const QColor& color, bool forward) {
 
 }  // namespace
 
+namespace {
+
+/// The day that stands in the cell; invalid for the line of the weekdays.
+QDate dayOfCell(const QModelIndex& cell, const QCalendarWidget& calendar) {
+    const int number = cell.data().toInt();
+    constexpr int middleRow = 3;
+    constexpr int middleDay = 15;
+    // The first weeks end the month before, the last ones begin the next.
+    const bool before = cell.row() < middleRow && number > middleDay;
+    const bool after = cell.row() > middleRow && number < middleDay;
+    const QDate day = QDate(calendar.yearShown(), calendar.monthShown(), 1)
+                          .addMonths(before  ? -1
+                                     : after ? 1
+                                             : 0)
+                          .addDays(number - 1);
+    return number > 0 ? day : QDate();
+}
+
+QString nameOfCell(const QModelIndex& cell, const QCalendarWidget& calendar) {
+    const QDate day = dayOfCell(cell, calendar);
+    return day.isValid() ? qstring(withLatinDigits(utf8(calendar.locale().toString(day, QLocale::LongFormat))))
+                         : cell.data().toString();
+}
+
+QAccessibleInterface* accessibleDays(const QString&, QObject* object) {
+    auto* view = qobject_cast<QTableView*>(object);
+    auto* calendar = view ? qobject_cast<DayCalendar*>(view->parent()) : nullptr;
+    if (!calendar) {
+        return nullptr;
+    }
+    TableActs acts;
+    acts.name = [calendar](const QModelIndex& cell) { return nameOfCell(cell, *calendar); };
+    acts.select = [calendar](const QModelIndex& cell) {
+        const QDate day = dayOfCell(cell, *calendar);
+        if (day.isValid() && day >= calendar->minimumDate() && day <= calendar->maximumDate()) {
+            calendar->setSelectedDate(day);
+            Q_EMIT calendar->clicked(day);
+        }
+    };
+    return new AccessibleTable(*view, std::move(acts));
+}
+
+}  // namespace
+
 DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
+    // A second time changes nothing.
+    QAccessible::installFactory(accessibleDays);
     setVerticalHeaderFormat(NoVerticalHeader);
     // A digit would open a small window to type a date in, above the days; the field is there for that.
     setDateEditEnabled(false);
     setMinimumSize(272, 236);
     takeColors();
     writeYearInLatinDigits();
+    nameParts();
+}
+
+void DayCalendar::nameParts() {
+    const std::pair<const char*, QString> names[] = {{"qt_calendar_prevmonth", tr("Previous month")},
+                                                     {"qt_calendar_nextmonth", tr("Next month")},
+                                                     {"qt_calendar_yearedit", tr("Year")},
+                                                     {"qt_calendar_calendarview", tr("Days")}};
+    for (const auto& [name, words] : names) {
+        if (auto* part = findChild<QWidget*>(QLatin1String(name))) {
+            part->setAccessibleName(words);
+        }
+    }
 }
 
 void DayCalendar::writeYearInLatinDigits() {

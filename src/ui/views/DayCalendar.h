@@ -17,6 +17,8 @@ protected:
 
 private:
     void takeColors();
+    /// For assistive technology: the toolkit gives its parts no names.
+    void nameParts();
     /// As everything else here and in the fields, whatever digits the region's own texts have.
     void writeYearInLatinDigits();
 };

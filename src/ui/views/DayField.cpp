@@ -3,6 +3,8 @@
 #include "ui/Conversions.h"
 #include "values/Unicode.h"
 
+#include <QAccessibleWidget>
+
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -21,11 +23,71 @@ QDate dayWithShortYear(const QString& text, QString format, const QLocale& local
     return day.isValid() ? QDate(century + day.year() % 100, day.month(), day.day()) : QDate();
 }
 
+/// A text as its line of text is one, and a value in days: the toolkit's own steps lead nowhere.
+class AccessibleDay : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit AccessibleDay(DayField* field) : QAccessibleWidget(field, QAccessible::SpinBox) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) {
+            return static_cast<QAccessibleValueInterface*>(this);
+        }
+        if (type == QAccessible::TextInterface || type == QAccessible::EditableTextInterface) {
+            return line()->interface_cast(type);
+        }
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.editable = true;
+        return state;
+    }
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Value ? field().text() : QAccessibleWidget::text(kind);
+    }
+    void setText(QAccessible::Text kind, const QString& text) override {
+        if (kind == QAccessible::Value) {
+            line()->setText(kind, text);
+        } else {
+            QAccessibleWidget::setText(kind, text);
+        }
+    }
+    /// The line is a part of it and no control by itself.
+    int childCount() const override { return 0; }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* focusChild() const override { return nullptr; }
+
+    QVariant currentValue() const override { return static_cast<int>(field().date().toJulianDay()); }
+    void setCurrentValue(const QVariant& value) override {
+        if (field().isEnabled()) {
+            field().setDate(QDate::fromJulianDay(value.toInt()));
+        }
+    }
+    QVariant maximumValue() const override { return static_cast<int>(field().maximumDate().toJulianDay()); }
+    QVariant minimumValue() const override { return static_cast<int>(field().minimumDate().toJulianDay()); }
+    QVariant minimumStepSize() const override { return 1; }
+
+private:
+    DayField& field() const { return static_cast<DayField&>(*widget()); }
+    QAccessibleInterface* line() const {
+        return QAccessible::queryAccessibleInterface(widget()->findChild<QLineEdit*>());
+    }
+};
+
+QAccessibleInterface* accessibleDay(const QString&, QObject* object) {
+    auto* field = qobject_cast<DayField*>(object);
+    return field ? new AccessibleDay(field) : nullptr;
+}
+
 bool isSeparator(const QString& typed) { return typed.size() == 1 && QStringLiteral("/.-").contains(typed); }
 
 }  // namespace
 
 DayField::DayField(QWidget* parent) : QDateTimeEdit(parent) {
+    // A second time changes nothing.
+    QAccessible::installFactory(accessibleDay);
+    // Under the name that the toolkit gives it, it is hidden from assistive technology.
+    lineEdit()->setObjectName(QStringLiteral("qt_day_line"));
     // By default the wheel would also take the focus.
     setFocusPolicy(Qt::StrongFocus);
     // A date is typed day by month by year in languages written from the right too, where the toolkit would turn its

@@ -1,5 +1,7 @@
 #include "ui/views/PopUpCombo.h"
 
+#include "ui/views/AccessibleChoices.h"
+
 #include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QCursor>
@@ -20,6 +22,7 @@ PopUpCombo::PopUpCombo(QWidget* parent) : QComboBox(parent) {
     view()->setTextElideMode(Qt::ElideMiddle);
     // By default the wheel would take the focus.
     setFocusPolicy(Qt::StrongFocus);
+    installAccessibleChoices();
 }
 
 void PopUpCombo::showPopup() {
@@ -30,10 +33,19 @@ void PopUpCombo::showPopup() {
     QComboBox::showPopup();
 }
 
+void PopUpCombo::chooseItem(int index) {
+    hidePopup();
+    if (isEnabled()) {
+        setCurrentIndex(index);
+        Q_EMIT activated(index);
+    }
+}
+
 bool PopUpCombo::event(QEvent* event) {
     if (event->type() == QEvent::Polish && accessibleDescription().isEmpty()) {
         // For assistive technology its name is what it stands on; this tells what it is for.
         setAccessibleDescription(accessibleName());
+        view()->setAccessibleName(accessibleName());
     }
     if (event->type() == QEvent::WindowActivate) {
         forgetMouse();

@@ -15,6 +15,9 @@ public:
 
     void showPopup() override;
 
+    /// As a click on the item in the list does, chosen already or not.
+    void chooseItem(int index);
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

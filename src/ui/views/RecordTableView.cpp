@@ -1,5 +1,6 @@
 #include "ui/views/RecordTableView.h"
 
+#include "ui/views/AccessibleTable.h"
 #include "ui/views/EmptyState.h"
 
 #include <QContextMenuEvent>
@@ -12,7 +13,18 @@
 
 namespace kpx {
 
+namespace {
+
+QAccessibleInterface* accessibleTable(const QString&, QObject* object) {
+    auto* view = qobject_cast<RecordTableView*>(object);
+    return view ? new AccessibleTable(*view, view->acts()) : nullptr;
+}
+
+}  // namespace
+
 RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
+    // A second time changes nothing.
+    QAccessible::installFactory(accessibleTable);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
@@ -35,6 +47,28 @@ RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setMinimumSectionSize(40);
     header->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+TableActs RecordTableView::acts() {
+    const auto select = [this](const QModelIndex& cell) {
+        if (selectionModel()->isRowSelected(cell.row())) {
+            Q_EMIT rowClicked(cell.row());
+        }
+        setCurrentIndex(cell);
+    };
+    TableActs acts;
+    acts.name = [](const QModelIndex& cell) { return cell.data(Qt::AccessibleTextRole).toString(); };
+    acts.select = select;
+    acts.press = [this, select](const QModelIndex& cell) {
+        select(cell);
+        Q_EMIT rowDoubleClicked(cell.row());
+    };
+    if (property("contextMenu").isValid()) {
+        acts.showMenu = [this](const QModelIndex& cell) {
+            Q_EMIT contextMenuWanted(cell.row(), viewport()->mapToGlobal(visualRect(cell).bottomLeft()));
+        };
+    }
+    return acts;
 }
 
 void RecordTableView::setModel(QAbstractItemModel* model) {

@@ -6,6 +6,8 @@
 
 namespace kpx {
 
+struct TableActs;
+
 /// A table of records: whole rows, one at a time, no rules but quiet stripes; says what to do while it
 /// is empty. Reports the acts of its user by row, −1 standing for below the last one.
 class RecordTableView : public QTableView {
@@ -22,6 +24,9 @@ public:
     void setEmptyText(const QString& text) { m_emptyText = text; }
 
     void setModel(QAbstractItemModel* model) override;
+
+    /// What the mouse does to a row, for those who use none.
+    TableActs acts();
 
     /// Frames the row that was just stored and scrolls it into view; −1 for none.
     void setStoredRow(int row);
