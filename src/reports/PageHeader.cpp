@@ -31,9 +31,14 @@ void drawPageHeader(Page& page, const std::string& title, int pageNumber, const 
     const auto draw = [&](std::string text, double x) {
         page.operations.emplace_back(DrawText{std::move(text), headerFont, headerFontSize, false, x, headerLineY});
     };
-    const std::string label = localized("Today's Date:");
-    draw(label, leftEdge);
-    draw(shortStyleFromDate(environment.now, environment), leftEdge + 5.3 * static_cast<double>(characterCount(label)));
+    const std::string today = shortStyleFromDate(environment.now, environment);
+    if (const auto whole = localized.translation(localizable("Today's Date: %@"))) {
+        draw(formatted(*whole, {today}), leftEdge);
+    } else {
+        const std::string label = localized("Today's Date:");
+        draw(label, leftEdge);
+        draw(today, leftEdge + 5.3 * static_cast<double>(characterCount(label)));
+    }
     draw(title, titleX(title));
     const std::string number = std::to_string(pageNumber);
     draw(localized.sentence("Page: %d", {number}, localized("Page: ") + number), pageNumberX);

@@ -1,5 +1,6 @@
 #include "reports/ReportLayout.h"
 
+#include "region/DateUtilities.h"
 #include "tests/reports/ReportSupport.h"
 
 #include <gmock/gmock.h>
@@ -235,12 +236,13 @@ TEST(ReportLayout, TheShownTable) {
 class TranslatedReport : public testing::Test {
 protected:
     /// The layout's titles in a language where the patient list has the given one.
-    DrawText titleOf(const std::string& title) {
+    DrawText titleOf(const std::string& title, const std::string& more = {}) {
         const auto folder = std::filesystem::path(testing::TempDir()) / "report-translations";
         std::filesystem::create_directories(folder / "xx.lproj");
         std::ofstream(folder / "xx.lproj" / "Localizable.strings")
             << "\"Patient List\" = \"" << title << "\";\n\"Today's Date:\" = \"Äöü\";\n\"Page: \" = \"S. \";\n"
-            << "\"City\" = \"Ort\";\n";
+            << "\"City\" = \"Ort\";\n"
+            << more;
         const auto report = laidOut(4, {Record{{patientCityKey, "Bonn"}}}, reportEnvironment(), {folder, "xx"});
         texts = textsOf(report.document.pages[0]);
         EXPECT_EQ(report.document.title, title);
@@ -255,6 +257,13 @@ TEST_F(TranslatedReport, TextsAndPlacesByCharacters) {
     EXPECT_EQ(texts[1].x, 20 + 5.3 * 3);
     EXPECT_EQ(texts[3].text, "S. 1");
     EXPECT_EQ(texts[6].text, "Ort");
+}
+
+TEST_F(TranslatedReport, AWholeSentenceSaysTheDateWhereItBelongs) {
+    titleOf("Patienten", "\"Today's Date: %@\" = \"Am %@ gedruckt\";\n");
+    const std::string today = shortStyleFromDate(reportEnvironment().now, reportEnvironment());
+    EXPECT_EQ(texts[0].text, "Am " + today + " gedruckt");
+    EXPECT_EQ(texts[1].text, "Patienten");
 }
 
 TEST_F(TranslatedReport, RoughlyCentredTitle) {

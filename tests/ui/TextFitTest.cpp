@@ -197,7 +197,20 @@ private:
             auto* popover = widgetNamed<QWidget>(m_program->window(), name);
             popover->show();
             lookAt(*popover, QStringLiteral("popover"));
+            if (const auto* days = popover->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"))) {
+                lookAtWeekdays(*days);
+            }
             popover->hide();
+        }
+    }
+
+    void lookAtWeekdays(const QTableView& days) {
+        constexpr int margins = 6;
+        for (int day = 1; day <= 7; ++day) {
+            const QString name = days.locale().dayName(day, QLocale::ShortFormat);
+            if (days.fontMetrics().horizontalAdvance(name) + margins > days.columnWidth(1)) {
+                m_faults.append(QStringLiteral("calendar: no room for ") + name);
+            }
         }
     }
 

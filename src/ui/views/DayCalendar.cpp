@@ -6,6 +6,7 @@
 #include "values/Unicode.h"
 
 #include <QEvent>
+#include <QLocale>
 #include <QPainter>
 #include <QTextCharFormat>
 #include <QToolButton>
@@ -29,6 +30,18 @@ QIcon arrow(const QColor& color, bool forward) {
         icon.addPixmap(picture);
     }
     return icon;
+}
+
+/// The week's days have short names in each language, of which some are longer than in others.
+QSize smallestSize(const QCalendarWidget& calendar) {
+    constexpr int days = 7;
+    constexpr int room = 16;
+    int widest = 0;
+    for (int day = 1; day <= days; ++day) {
+        const QString name = calendar.locale().dayName(day, QLocale::ShortFormat);
+        widest = qMax(widest, calendar.fontMetrics().horizontalAdvance(name));
+    }
+    return {qMax(272, days * (widest + room)), 236};
 }
 
 }  // namespace
@@ -83,7 +96,7 @@ DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     setVerticalHeaderFormat(NoVerticalHeader);
     // A digit would open a small window to type a date in, above the days; the field is there for that.
     setDateEditEnabled(false);
-    setMinimumSize(272, 236);
+    setMinimumSize(smallestSize(*this));
     takeColors();
     writeYearInLatinDigits();
     nameParts();
