@@ -147,7 +147,8 @@ void NotificationServer::post(const Reminder& reminder, const ReminderContent& c
     QDBusMessage message = call(QStringLiteral("Notify"));
     message << QStringLiteral("Velmora") << replacesNone << icon()
             << notificationBody(content.title, false, wording.isRightToLeft)
-            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup")), wording.isRightToLeft)
+            << notificationBody(content.text, m_capabilities.contains(QStringLiteral("body-markup")),
+                                wording.isRightToLeft)
             << actions << hints << staysUntilActedUpon;
     m_answered = std::move(done);
     const int post = ++m_posts;
