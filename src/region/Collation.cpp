@@ -3,12 +3,12 @@
 #include "region/RegionServices.h"
 #include "values/Reordering.h"
 
+#include <absl/container/flat_hash_map.h>
 #include <unicode/unistr.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
-#include <unordered_map>
 
 namespace kpx {
 
@@ -20,24 +20,23 @@ const icu::Collator& collatorFor(Comparison comparison, const Environment& envir
                                                        : services.caseInsensitiveCollator();
 }
 
-/// Bytes whose plain order is the order asked for.
-std::string sortKey(std::string_view text, Comparison comparison, const Environment& environment) {
+/// Bytes whose plain order is the order asked for. `room` may be used for the next key again.
+std::string sortKey(std::string_view text, Comparison comparison, const Environment& environment,
+                    std::vector<std::uint8_t>& room) {
     if (comparison == Comparison::Plain) {
         return std::string(text);
     }
     const icu::Collator& collator = collatorFor(comparison, environment);
     const icu::UnicodeString wide = unicodeFromUtf8(text);
-    std::string key(64 + 4 * static_cast<std::size_t>(wide.length()), '\0');
     const auto fill = [&] {
-        return static_cast<std::size_t>(collator.getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()),
-                                                            static_cast<std::int32_t>(key.size())));
+        return static_cast<std::size_t>(collator.getSortKey(wide, room.data(), static_cast<std::int32_t>(room.size())));
     };
     const std::size_t needed = fill();
-    if (needed > key.size()) {
-        key.resize(needed);
+    if (needed > room.size()) {
+        room.resize(needed);
         fill();
     }
-    key.resize(needed);
+    std::string key(room.begin(), room.begin() + static_cast<std::ptrdiff_t>(needed));
     if (comparison == Comparison::LocalizedStandard) {
         key += text;  // behind the collator's key, which ends with a zero, the text decides ties
     }
@@ -66,14 +65,15 @@ std::strong_ordering compareTexts(std::string_view left, std::string_view right,
 std::vector<std::size_t> ranksOfTexts(const std::vector<std::string_view>& texts, Comparison comparison,
                                       const Environment& environment) {
     // Names repeat: making a key takes far longer than finding out that the text has one already.
-    std::unordered_map<std::string_view, std::size_t> places;
+    absl::flat_hash_map<std::string_view, std::size_t> places;
     std::vector<std::string> keys;
+    std::vector<std::uint8_t> room(256);
     std::vector<std::size_t> ranks;
     ranks.reserve(texts.size());
     for (const std::string_view text : texts) {
         const auto [place, isNew] = places.try_emplace(text, keys.size());
         if (isNew) {
-            keys.push_back(sortKey(text, comparison, environment));
+            keys.push_back(sortKey(text, comparison, environment, room));
         }
         ranks.push_back(place->second);
     }
