@@ -10,7 +10,9 @@
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -221,6 +223,39 @@ private Q_SLOTS:
         QCOMPARE(find<QTabWidget>("theTabView")->currentIndex(), 2);
         clickTab(0);
         m_program->window().close();
+    }
+
+    void aStateThatIsDamagedOrMissingIsNone() {
+        writeSmallHousehold();
+        start();
+        const QSize usual = m_program->window().size();
+        const int width = find<QTableView>("tableViewTab1")->columnWidth(0);
+        m_program.reset();
+        const QString folder = qEnvironmentVariable("XDG_STATE_HOME") + QStringLiteral("/Velmora");
+        QVERIFY(QDir().mkpath(folder));
+        const QByteArray wrongHeader =
+            QByteArray("[General]\ntableViewTab1=@ByteArray(") + QByteArray(300, 'x') + ")\n";
+        for (const QByteArray& content :
+             {QByteArray(), QByteArray("\0\xff\xfe rubbish", 11), QByteArray("[General\ngeometry=@ByteArray(\\x1\\xd9"),
+              QByteArray("[General]\ngeometry=7\ntableViewTab1=@Variant(\\0\\0)\n"), wrongHeader}) {
+            QFile file(folder + QStringLiteral("/window.ini"));
+            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            file.write(content);
+            file.close();
+            start();
+            QCOMPARE(m_program->window().size(), usual);
+            QCOMPARE(find<QTableView>("tableViewTab1")->columnWidth(0), width);
+            QVERIFY(!find<QTableView>("tableViewTab1")->isColumnHidden(16));
+            m_program.reset();
+        }
+        // Neither does a folder in its place keep the program from its work.
+        QVERIFY(QFile::remove(folder + QStringLiteral("/window.ini")));
+        QVERIFY(QDir().mkpath(folder + QStringLiteral("/window.ini")));
+        start();
+        QCOMPARE(m_program->window().size(), usual);
+        m_program->window().close();
+        m_program.reset();
+        QVERIFY(QDir().rmdir(folder + QStringLiteral("/window.ini")));
     }
 
     void thePreviewsLetTheProgramQuit() {
