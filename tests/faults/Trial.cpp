@@ -25,11 +25,6 @@ test::Surroundings surroundingsIn(const fs::path& folder) {
     return {test::regionOf("en_US.UTF-8", "America/New_York"), folder, folder / "config"};
 }
 
-bool isKept(const Tree& tree, const std::string& bytes) {
-    return std::ranges::any_of(
-        tree, [&](const auto& file) { return file.first.starts_with("Velmora-earlier/") && file.second == bytes; });
-}
-
 }  // namespace
 
 Tree treeOf(const fs::path& folder) {
@@ -93,25 +88,31 @@ Tree dataFilesOf(const Tree& tree) {
     return files;
 }
 
+std::string replacedAndNotKept(const Tree& before, const Tree& left) {
+    const Tree files = dataFilesOf(left);
+    for (const auto& [name, bytes] : dataFilesOf(before)) {
+        const auto holdsIt = [&bytes = bytes](const auto& file) {
+            return file.first.starts_with(std::string(earlierFolder) + '/') && file.second == bytes;
+        };
+        if (files.at(name) != bytes && std::ranges::none_of(left, holdsIt)) {
+            return name + " was replaced and not kept";
+        }
+    }
+    return {};
+}
+
 std::string wrongFiles(const Tree& wholeBefore, const Tree& wholeAfter, const Tree& left) {
     const Tree before = dataFilesOf(wholeBefore);
     const Tree after = dataFilesOf(wholeAfter);
-    int changed = 0;
     int changes = 0;
     for (const auto& [name, bytes] : dataFilesOf(left)) {
         if (bytes != before.at(name) && bytes != after.at(name)) {
             return name + " is neither the old nor the new one";
         }
         changes += before.at(name) != after.at(name) ? 1 : 0;
-        if (bytes != before.at(name)) {
-            ++changed;
-            // What several files of which were exchanged can be had back from what is kept.
-            if (changes > 1 && !isKept(left, before.at(name))) {
-                return name + " was replaced and not kept";
-            }
-        }
     }
-    return {};
+    // What several files of which were exchanged can be had back from what is kept.
+    return changes > 1 ? replacedAndNotKept(wholeBefore, left) : std::string();
 }
 
 std::string wrongAfterwards(const fs::path& live, const fs::path& check) {

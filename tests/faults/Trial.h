@@ -40,6 +40,9 @@ int inProcess(const std::function<void()>& work);
 /// The bytes of each data file, or "missing".
 Tree dataFilesOf(const Tree& tree);
 
+/// Names a data file whose earlier bytes are gone; empty when all that was replaced was kept.
+std::string replacedAndNotKept(const Tree& before, const Tree& left);
+
 /// What is not allowed of the data files that an action left which was cut off or met an error; empty when all is.
 std::string wrongFiles(const Tree& before, const Tree& after, const Tree& left);
 
