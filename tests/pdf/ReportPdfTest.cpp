@@ -182,6 +182,20 @@ TEST(ReportPdf, NoWordIsPrintedUponAnother) {
     }
 }
 
+TEST(ReportPdf, AWideLabelOfTheDateStopsBeforeIt) {
+    Document report = exampleReport(4, 1);
+    std::vector<DrawingOperation>& operations = report.pages.front().operations;
+    auto& label = std::get<DrawText>(operations[0]);
+    const auto date = std::get<DrawText>(operations[1]);
+    ASSERT_EQ(label.text, "Today's Date:");
+    label.text = "WWWWWWWWWWWW:";  // as many letters, and so the same place
+    operations.erase(operations.begin() + 1);
+    const FoundWord word = wordsOfPdf(reportPdf(report, letter(), QStringLiteral("en"))).front().words.front();
+    EXPECT_EQ(word.text, QStringLiteral("WWWWWWWWWWWW:"));
+    EXPECT_LE(word.right, date.x + 0.1);
+    EXPECT_GT(word.right, date.x - 5);
+}
+
 TEST(ReportPdf, LongTextsEndInAnEllipsisAndLessLongOnesAreWhole) {
     struct Row {
         std::size_t letters;

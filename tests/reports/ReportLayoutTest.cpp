@@ -33,10 +33,10 @@ TEST(ReportLayout, APageOfOneRecordStepByStep) {
     const std::vector<DrawingOperation> expected = {
         // A column may take up to 4 points before the next one, the last one up to 788.
         // 13 characters of the label: 20 + 68.9; 39 of the title: (690 − 117) / 2.
-        DrawText{"Today's Date:", regular, 10, false, 20, 565},
+        DrawText{"Today's Date:", regular, 10, false, 20, 565, 5.3 * 13 + 0.2},
         DrawText{"3/5/24", regular, 10, false, 20 + 5.3 * 13, 565},
-        DrawText{"Prescriptions by Patient and Prescriber", regular, 10, false, 286, 565},
-        DrawText{"Page: 1", regular, 10, false, 690, 565},
+        DrawText{"Prescriptions by Patient and Prescriber", regular, 10, false, 286, 565, 402},
+        DrawText{"Page: 1", regular, 10, false, 690, 565, 98},
         DrawLine{20, 557, 725, 557, 1.0},
         DrawLine{20, 553, 725, 553, 1.8},
         DrawText{"Patient", bold, 10, true, 20, 535, 126},
