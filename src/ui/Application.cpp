@@ -34,6 +34,8 @@ Application::Application()
     showAppearance(*qApp, m_ports.system.scheme());
     QObject::connect(&m_ports.system, &QtSystemInformation::schemeChanged, qApp,
                      [](const Scheme& scheme) { showAppearance(*qApp, scheme); });
+    // Where there is no table the texts are English.
+    m_ports.preview.language = Translations::areInstalled() ? qstring(languageOf(m_ports)) : QStringLiteral("en");
     QLocale::setDefault(QLocale(qstring(m_ports.system.region().localeName())));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/velmora.svg")));
 

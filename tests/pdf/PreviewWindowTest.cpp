@@ -164,6 +164,15 @@ TEST_F(PreviewWindowTest, SavesAllIntoAFolderAndAsksBeforeItReplaces) {
     EXPECT_TRUE(window.isAllKept());
 }
 
+TEST_F(PreviewWindowTest, SavesTheLanguageOfTheTexts) {
+    const QTemporaryDir folder;
+    preview.language = QStringLiteral("sv");
+    ASSERT_TRUE(open(4, 1).savePdf(folder.filePath(QStringLiteral("report.pdf"))));
+    QFile saved(folder.filePath(QStringLiteral("report.pdf")));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(saved.readAll().contains("/Lang (sv)"));
+}
+
 TEST_F(PreviewWindowTest, FindsWordsAndCopiesThem) {
     PreviewWindow& window = open(6, 100);
     PagesView& pages = pagesOf(window);

@@ -179,6 +179,13 @@ private Q_SLOTS:
         }
     }
 
+    void pagesAreInTheLanguageOfTheirTexts() {
+        // English where there is no table, whatever the region.
+        live("Asia/Tehran", "fa_IR.UTF-8");
+        QVERIFY(open());
+        QCOMPARE(m_program->ports().preview.language, QStringLiteral("en"));
+    }
+
     void aNumberOfAlertsAndATimeOfDayAreWrittenAsInTheFields_data() {
         QTest::addColumn<QByteArray>("locale");
         QTest::addColumn<QString>("count");

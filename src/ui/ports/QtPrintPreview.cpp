@@ -47,7 +47,7 @@ PreviewWindow& QtPrintPreview::windowOfThisAction() {
         return *m_filling;
     }
     std::erase_if(m_windows, [](const QPointer<PreviewWindow>& window) { return window.isNull(); });
-    auto* window = new PreviewWindow(reportPageLayout());
+    auto* window = new PreviewWindow(reportPageLayout(), language);
     window->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(window, &QObject::destroyed, &m_endOfAction, [this, window] {
         std::erase_if(m_windows, [window](const QPointer<PreviewWindow>& open) { return !open || open == window; });

@@ -3,6 +3,7 @@
 #include "app/Ports.h"
 
 #include <QPointer>
+#include <QString>
 #include <QTimer>
 
 #include <functional>
@@ -26,6 +27,8 @@ public:
     /// Closes those whose documents are all saved or printed.
     void closeKept();
 
+    /// Of the documents' texts; PDFs say it to those who have them read to them.
+    QString language = QStringLiteral("en");
     /// Called when a window was closed and no other is open.
     std::function<void()> lastClosed;
 

@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLocale>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QPushButton>
@@ -37,7 +36,7 @@ QString documentsFolder() { return QStandardPaths::writableLocation(QStandardPat
 }  // namespace
 
 bool PreviewWindow::save(PagesView& pages, const QString& fileName) {
-    const QByteArray pdf = reportPdf(pages.document(), m_layout, QLocale().bcp47Name());
+    const QByteArray pdf = reportPdf(pages.document(), m_layout, m_language);
     QSaveFile file(fileName);
     const bool saved =
         !pdf.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() && file.commit();

@@ -20,8 +20,13 @@
 
 namespace kpx {
 
-PreviewWindow::PreviewWindow(const QPageLayout& layout, QWidget* parent)
-    : QMainWindow(parent), m_layout(layout), m_tabs(new QTabWidget), m_findBar(new FindBar), m_position(new QLabel) {
+PreviewWindow::PreviewWindow(const QPageLayout& layout, QString language, QWidget* parent)
+    : QMainWindow(parent),
+      m_layout(layout),
+      m_language(std::move(language)),
+      m_tabs(new QTabWidget),
+      m_findBar(new FindBar),
+      m_position(new QLabel) {
     setObjectName(QStringLiteral("previewWindow"));
     m_tabs->setAccessibleName(tr("Reports"));
     m_tabs->setDocumentMode(true);

@@ -27,7 +27,8 @@ class PreviewWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit PreviewWindow(const QPageLayout& layout, QWidget* parent = nullptr);
+    /// `language` is that of the documents' texts, as "en".
+    PreviewWindow(const QPageLayout& layout, QString language, QWidget* parent = nullptr);
 
     void add(Document document);
 
@@ -65,6 +66,7 @@ private:
     void resizeEvent(QResizeEvent* event) override;
 
     QPageLayout m_layout;
+    QString m_language;
     QTabWidget* m_tabs = nullptr;
     FindBar* m_findBar = nullptr;
     QLabel* m_position = nullptr;
