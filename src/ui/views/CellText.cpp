@@ -52,6 +52,9 @@ Qt::Alignment cellAlignment(const std::string& column) {
 }
 
 int usualCharacters(const std::string& column) {
+    if (column == "when") {
+        return 22;  // the time of day stands behind the date
+    }
     if (contains(dateColumns, column)) {
         return 12;
     }
