@@ -94,6 +94,24 @@ private Q_SLOTS:
         QCOMPARE(find<QComboBox>("fillTypeTab1")->currentIndex(), 0);
     }
 
+    void whatLiesBehindASheetIsOutOfReach() {
+        press(accessible(find<QWidget>("filterBtnTab1")));
+        QTRY_VERIFY(find<SheetDialog>("theFilterSheetTab1")->isVisible());
+        QAccessibleInterface* cell = accessible(find<QWidget>("tableViewTab1"))->tableInterface()->cellAt(0, 0);
+        act(cell, QAccessibleActionInterface::pressAction());
+        QCOMPARE(outlets().rxNumberTab1.text(), std::string());
+        press(itemNamed(accessible(find<QWidget>("fillTypeTab1")), QStringLiteral("Refill")));
+        QCOMPARE(outlets().fillTypeTab1.indexOfSelectedItem(), 0);
+        press(accessible(find<QWidget>("addBtnTab1")));
+        QVERIFY(noAlertShows());
+        const QDate before = dayShown("dispenseDateTab1");
+        accessible(find<QWidget>("dispenseDateTab1"))->valueInterface()->setCurrentValue(2460000);
+        QCOMPARE(dayShown("dispenseDateTab1"), before);
+        // What lies on the sheet is not.
+        press(accessible(find<QWidget>("closeBtnFilterSheet")));
+        QTRY_VERIFY(!find<SheetDialog>("theFilterSheetTab1")->isVisible());
+    }
+
     void aRowIsSelectedLoadedAndHasItsMenu() {
         QAccessibleTableInterface* table = accessible(find<QWidget>("tableViewTab1"))->tableInterface();
         QVERIFY(table);

@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/views/DropButton.h"
+#include "ui/views/Reachable.h"
 #include "ui/views/ReceiptLoader.h"
 #include "ui/views/ReceiptWatch.h"
 
@@ -62,6 +63,15 @@ std::function<void()> clickOf(Button& control, std::function<void()> beforeClick
     };
 }
 
+/// The same where a sheet may lie before the button.
+std::function<void()> clickOf(Button& control, const QWidget& widget, std::function<void()> beforeClick) {
+    return [&widget, click = clickOf(control, std::move(beforeClick))] {
+        if (isReachable(widget)) {
+            click();
+        }
+    };
+}
+
 }  // namespace
 
 void bind(Button& control, QAbstractButton& widget, std::function<void()> beforeClick) {
@@ -73,7 +83,7 @@ void bind(Button& control, QAbstractButton& widget, std::function<void()> before
             widget.setVisible(control.isEnabled());
         }
     };
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, std::move(beforeClick)));
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, widget, std::move(beforeClick)));
 }
 
 void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
@@ -116,7 +126,7 @@ void bind(KPXDropButton& control, DropButton& widget, std::function<void()> befo
         widget.setDragInside(control.dragInside());
         widget.setEnabled(control.isEnabled());
     };
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, std::move(beforeClick)));
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, widget, std::move(beforeClick)));
 }
 
 }  // namespace kpx

@@ -76,9 +76,9 @@ const Tones strongLight = {.window = QColor(0xFFFFFF),
                            .text = QColor(Qt::black),
                            .faint = QColor(0x303030),
                            .disabled = QColor(0x6B6B6B),
-                           .accent = QColor(0x003F3B),
+                           .accent = QColor(0x005C56),
                            .onAccent = QColor(0xFFFFFF),
-                           .link = QColor(0x003F3B)};
+                           .link = QColor(0x005C56)};
 
 const Tones strongDark = {.window = QColor(Qt::black),
                           .base = QColor(Qt::black),

@@ -1,6 +1,7 @@
 #include "ui/views/AccessibleChoices.h"
 
 #include "ui/views/PopUpCombo.h"
+#include "ui/views/Reachable.h"
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
@@ -53,7 +54,7 @@ public:
 
     QStringList actionNames() const override { return isSeparator() ? QStringList{} : QStringList{pressAction()}; }
     void doAction(const QString& name) override {
-        if (name == pressAction() && isValid() && !isSeparator()) {
+        if (name == pressAction() && isValid() && !isSeparator() && isReachable(m_combo)) {
             m_combo.chooseItem(m_row);
         }
     }

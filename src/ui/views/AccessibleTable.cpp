@@ -1,5 +1,7 @@
 #include "ui/views/AccessibleTable.h"
 
+#include "ui/views/Reachable.h"
+
 #include <QHeaderView>
 #include <QLineEdit>
 
@@ -113,7 +115,7 @@ public:
         return names;
     }
     void doAction(const QString& name) override {
-        if (!isValid() || !view().isEnabled()) {
+        if (!isValid() || !view().isEnabled() || !isReachable(view())) {
             return;
         }
         if (!isCell()) {
@@ -266,7 +268,7 @@ QList<int> AccessibleTable::selectedRows() const {
 
 bool AccessibleTable::selectRow(int row) {
     const QModelIndex index = m_view.model() ? m_view.model()->index(row, 0) : QModelIndex();
-    if (index.isValid() && m_view.isEnabled()) {
+    if (index.isValid() && m_view.isEnabled() && isReachable(m_view)) {
         m_acts.select(index);
     }
     return index.isValid();

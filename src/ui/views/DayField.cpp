@@ -1,6 +1,7 @@
 #include "ui/views/DayField.h"
 
 #include "ui/Conversions.h"
+#include "ui/views/Reachable.h"
 #include "values/Unicode.h"
 
 #include <QAccessibleWidget>
@@ -59,7 +60,7 @@ public:
 
     QVariant currentValue() const override { return static_cast<int>(field().date().toJulianDay()); }
     void setCurrentValue(const QVariant& value) override {
-        if (field().isEnabled()) {
+        if (field().isEnabled() && isReachable(field())) {
             field().setDate(QDate::fromJulianDay(value.toInt()));
         }
     }

@@ -1,0 +1,11 @@
+#pragma once
+
+class QWidget;
+
+namespace kpx {
+
+/// Whether no sheet or alert lies before the widget. The mouse and the keys find out by themselves; an act of assistive
+/// technology comes in through every window.
+bool isReachable(const QWidget& widget);
+
+}  // namespace kpx
