@@ -144,7 +144,7 @@ count "clang-format" check_format
 heading "Logic and scenarios, under the sanitizers"
 if build asan; then run_ctest asan; fi
 heading "Windows and the agent, with real parts"
-# As it is shipped, but that the toolkit checks itself; the tests of the logic ran above.
+# As it is shipped, but that the toolkit checks itself; the tests of the logic ran above, the scenarios run once more.
 if build release -DKPX_LOGIC_TESTS=OFF -DCMAKE_CXX_FLAGS=-DQT_FORCE_ASSERTS; then run_ctest release; fi
 heading "The other presets"
 for preset in headless dev; do
