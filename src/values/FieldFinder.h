@@ -7,8 +7,9 @@
 
 namespace kpx {
 
-/// Finds one key in many records, in a fraction of the time of Record::find(): records of one file hold their
-/// fields in the same places and share the texts of their keys, so it looks first where the last record had it.
+/// Finds one key in many records: records of one file hold their fields in the same places and share the texts of
+/// their keys, so it looks first where the last record had it. Showing a filtered history of 10,000 fills takes 8.2 ms
+/// with it and 8.8 ms with Record::find(), sorting it by a text 0.56 and 0.62 ms (bench/history).
 ///
 /// Not for two threads at once: it remembers that place.
 class FieldFinder {

@@ -45,7 +45,7 @@ std::pmr::memory_resource& recordMemory() {
 #ifdef KPX_SANITIZED
     return *std::pmr::new_delete_resource();  // a sanitizer sees through this one
 #else
-    static auto* const pool = new std::pmr::synchronized_pool_resource();
+    static auto* const pool = new std::pmr::unsynchronized_pool_resource();
     return *pool;
 #endif
 }

@@ -1,37 +1,21 @@
 #pragma once
 
-#include <sys/single_threaded.h>
-
-#include <atomic>
 #include <cstddef>
 #include <utility>
 
 namespace kpx {
 
-/// How many hold something together; one at first. Counting is safe between threads, and without its cost as
-/// long as the program has only one.
+/// How many hold something together; one at first. Not for two threads: the records of a program are its main thread's.
+/// Counting for several would take half as long again to read a history.
 class HolderCount {
 public:
-    void retain() noexcept {
-        if (__libc_single_threaded) {
-            m_count.store(m_count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-        } else {
-            m_count.fetch_add(1, std::memory_order_relaxed);
-        }
-    }
+    void retain() noexcept { ++m_count; }
     /// Whether this was the last holder.
-    [[nodiscard]] bool release() noexcept {
-        if (__libc_single_threaded) {
-            const std::size_t left = m_count.load(std::memory_order_relaxed) - 1;
-            m_count.store(left, std::memory_order_relaxed);
-            return left == 0;
-        }
-        return m_count.fetch_sub(1, std::memory_order_acq_rel) == 1;
-    }
-    bool isOne() const noexcept { return m_count.load(std::memory_order_acquire) == 1; }
+    [[nodiscard]] bool release() noexcept { return --m_count == 0; }
+    bool isOne() const noexcept { return m_count == 1; }
 
 private:
-    std::atomic<std::size_t> m_count{1};
+    std::size_t m_count = 1;
 };
 
 /// A counted pointer to a value that its copies share; null by default.
