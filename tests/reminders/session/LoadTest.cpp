@@ -58,9 +58,16 @@ TEST(Load, TenThousandRemindersWaitInLittleMemoryAndNoTime) {
     }
     session.startAgent(QStringLiteral("2026-11-21 12:00:00"));
     session.schedule(QByteArray::fromStdString(text), QStringLiteral("2026-11-22")).waitForFinished();
-    letPass(1500);
 
     const qint64 agent = session.agentProcess();
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            const long before = processorTime(agent);
+            letPass(700);
+            return processorTime(agent) == before;
+        },
+        60000))
+        << "it has read them all, and rests";
     const std::string status = "/proc/" + std::to_string(agent) + "/status";
     const std::string supervisor = "/proc/" + std::to_string(session.supervisor()) + "/status";
     const long wakeUpsBefore = wakeUps(agent) + wakeUps(session.supervisor());
