@@ -16,6 +16,8 @@ namespace kpx {
 
 /// Every control of the interface under its own name. The windows bind to them by that name.
 struct Outlets : ControlRegistry {
+    /// The refill schedule's place among the tabs.
+    static constexpr int scheduleTab = 1;
     TabView theTabView{*this, "theTabView", Place::Window, 4};
     Label contentCount{*this, "contentCount", Place::Window};
     Label statusText{*this, "statusText", Place::Window};

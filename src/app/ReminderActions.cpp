@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::size_t captionItem = 0;
 constexpr std::size_t remindItem = 1;
-constexpr int scheduleTab = 1;
 
 }  // namespace
 
@@ -69,7 +68,7 @@ void KPXAppDelegate::respondToUserNotification(const UserNotification& notificat
         return;
     }
     if (const auto prescription = prescriptionFromReminderText(notification.informativeText)) {
-        outlets.theTabView.selectTab(scheduleTab);
+        outlets.theTabView.selectTab(Outlets::scheduleTab);
         outlets.patientPopTab2.selectItemWithTitle(prescription->patient);
         if (outlets.patientPopTab2.indexOfSelectedItem() >= 0) {
             patientPopUpSelected(outlets.patientPopTab2);

@@ -58,7 +58,7 @@ void KPXAppDelegate::chooseStandingReminder() {
 
 void KPXAppDelegate::showLatestFillsOfAll() {
     setPatientPop(outlets.patientPopTab2);
-    outlets.theTabView.selectTab(1);
+    outlets.theTabView.selectTab(Outlets::scheduleTab);
     outlets.radioBtnTab2.selectCellWithTag(static_cast<int>(ScheduleMode::LatestFill));
     respondToShowBtnPane2();
 }

@@ -4,12 +4,6 @@
 
 namespace kpx {
 
-namespace {
-
-constexpr int scheduleTab = 1;
-
-}  // namespace
-
 void KPXAppDelegate::tabView(int didSelectTabViewItem) {
     if (didSelectTabViewItem < 0 || didSelectTabViewItem > 3) {
         return;
@@ -22,7 +16,7 @@ void KPXAppDelegate::tabView(int didSelectTabViewItem) {
     const auto history = copyArrayFromDataFile(prescriptionHistoryFile);
     const bool hasHistory = history && !history->empty();
     gateShowControls(didSelectTabViewItem, hasHistory);
-    if (didSelectTabViewItem == scheduleTab && history) {
+    if (didSelectTabViewItem == Outlets::scheduleTab && history) {
         outlets.statusText.setText(dueText(*history, environment(), m_strings));
     }
     if (didSelectTabViewItem != 0 && !hasHistory) {

@@ -135,8 +135,7 @@ void Application::open(const UserNotification& reminder) {
 void Application::showSchedule() {
     m_scheduleWanted = !m_started;
     if (m_started) {
-        constexpr int scheduleTab = 1;
-        m_delegate.outlets.theTabView.selectTab(scheduleTab);
+        m_delegate.outlets.theTabView.selectTab(Outlets::scheduleTab);
     }
 }
 

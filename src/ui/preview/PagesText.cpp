@@ -48,7 +48,6 @@ void PagesView::select(int anchor, int cursor) {
     }
     QAccessibleTextSelectionEvent event(this, std::min(m_anchor, m_cursor), std::max(m_anchor, m_cursor));
     QAccessible::updateAccessibility(&event);
-    Q_EMIT selectionChanged();
 }
 
 void PagesView::selectAll() { select(0, static_cast<int>(text().size())); }

@@ -28,7 +28,6 @@ constexpr std::array zoomSteps{0.25, 0.33, 0.5, 0.67, 0.75, 1.0, 1.25, 1.5, 2.0,
 PagesView::PagesView(Document document, const QPageLayout& layout, QWidget* parent)
     : QAbstractScrollArea(parent),
       m_document(std::move(document)),
-      m_layout(layout),
       m_pageSize(layout.fullRectPoints().size()),
       m_painter(m_pageSize) {
     setFocusPolicy(Qt::StrongFocus);

@@ -20,7 +20,6 @@ public:
     PagesView(Document document, const QPageLayout& layout, QWidget* parent = nullptr);
 
     const Document& document() const { return m_document; }
-    const QPageLayout& pageLayout() const { return m_layout; }
     int pageCount() const { return static_cast<int>(m_document.pages.size()); }
     /// The page, counted from 1, in the middle of what is seen.
     int currentPage() const;
@@ -54,7 +53,6 @@ public:
 
 Q_SIGNALS:
     void shownPartChanged();
-    void selectionChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -81,7 +79,6 @@ private:
     double sheetLeft() const;
 
     Document m_document;
-    QPageLayout m_layout;
     QSizeF m_pageSize;
     ReportPainter m_painter;
     std::optional<DocumentText> m_text;
