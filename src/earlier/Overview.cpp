@@ -54,10 +54,14 @@ public:
 private:
     FileOverview lookAt(std::size_t file, const std::optional<FileContent>& content) const {
         FileOverview overview;
+        if (content && content->isPresent) {
+            overview.count = m_present[file].records.size();
+            return overview;  // it has been read, and equals itself
+        }
         Listed listed;
         if (content) {
             WholeFile read = m_earlier.read(*content);
-            overview.canBeRead = read.state == WholeFile::State::Read || content->isPresent;
+            overview.canBeRead = read.state == WholeFile::State::Read;
             listed = listedFrom(std::move(read.bytes));
         }
         overview.count = listed.records.size();
