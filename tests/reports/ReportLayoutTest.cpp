@@ -2,11 +2,11 @@
 
 #include "region/DateUtilities.h"
 #include "tests/reports/ReportSupport.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 
 namespace kpx {
 namespace {
@@ -237,17 +237,16 @@ class TranslatedReport : public testing::Test {
 protected:
     /// The layout's titles in a language where the patient list has the given one.
     DrawText titleOf(const std::string& title, const std::string& more = {}) {
-        const auto folder = std::filesystem::path(testing::TempDir()) / "report-translations";
-        std::filesystem::create_directories(folder / "xx.lproj");
-        std::ofstream(folder / "xx.lproj" / "Localizable.strings")
-            << "\"Patient List\" = \"" << title << "\";\n\"Today's Date:\" = \"Äöü\";\n\"Page: \" = \"S. \";\n"
-            << "\"City\" = \"Ort\";\n"
-            << more;
-        const auto report = laidOut(4, {Record{{patientCityKey, "Bonn"}}}, reportEnvironment(), {folder, "xx"});
+        std::filesystem::create_directories(folder.path() / "xx.lproj");
+        test::writeFile(folder.path() / "xx.lproj" / "Localizable.strings",
+                        "\"Patient List\" = \"" + title +
+                            "\";\n\"Today's Date:\" = \"Äöü\";\n\"Page: \" = \"S. \";\n\"City\" = \"Ort\";\n" + more);
+        const auto report = laidOut(4, {Record{{patientCityKey, "Bonn"}}}, reportEnvironment(), {folder.path(), "xx"});
         texts = textsOf(report.document.pages[0]);
         EXPECT_EQ(report.document.title, title);
         return texts[2];
     }
+    test::TemporaryFolder folder;
     std::vector<DrawText> texts;
 };
 
