@@ -53,7 +53,7 @@ TEST_F(Dunst, DaysPassUntilTheClick) {
     m_session.killAgent();
 
     m_session.startAgent(QStringLiteral("2026-11-23 09:00:00"));
-    letPass(700);
+    EXPECT_TRUE(m_session.settleAgent());
     EXPECT_EQ(displayed(), 0);
 }
 
@@ -90,7 +90,7 @@ TEST_F(Dunst, ADaemonThatIsKilledShowsNothingTwice) {
     ASSERT_TRUE(waitUntil([&] { return isPhase(Phase::Waiting); }));
     m_session.schedule("second", QStringLiteral("2026-11-21")).waitForFinished();
     ASSERT_TRUE(waitUntil([&] { return displayed() == 1; }));
-    letPass(500);
+    EXPECT_TRUE(m_session.settleAgent());
     EXPECT_EQ(displayed(), 1);
 }
 

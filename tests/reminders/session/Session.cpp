@@ -28,9 +28,22 @@ void write(const QString& path, const QString& text) {
     file.write(text.toUtf8());
 }
 
+/// The bus keeps the order of what it is given: when it has answered the sender, the message is with the receiver
+/// before the bus answers the receiver. So each round of questions brings a conversation at least one message further.
+constexpr int longestConversation = 12;
+
 QString newConnectionName() {
     static int number = 0;
     return QStringLiteral("connection%1").arg(++number);
+}
+
+/// Runs the event loop meanwhile; false when an error comes instead.
+bool awaitAnswer(const QDBusPendingCall& question) {
+    QDBusPendingCallWatcher watcher(question);
+    QEventLoop loop;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+    return !watcher.isError();
 }
 
 }  // namespace
@@ -111,21 +124,29 @@ QDBusConnection Session::connect() {
     return QDBusConnection::connectToBus(m_address, m_connections.back());
 }
 
-void Session::settle() {
-    // The bus keeps the order of what it is given: when it has answered the sender, the message is with the receiver
-    // before the bus answers the receiver. So each round brings a conversation at least one message further.
-    constexpr int longestConversation = 12;
-    for (int round = 0; round < longestConversation; ++round) {
-        for (const QString& name : m_connections) {
-            QDBusPendingCallWatcher question(QDBusConnection(name).asyncCall(QDBusMessage::createMethodCall(
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"))));
-            QEventLoop loop;
-            QObject::connect(&question, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-            loop.exec();
-            QCoreApplication::processEvents();
-        }
+void Session::askTheBus() {
+    for (const QString& name : m_connections) {
+        awaitAnswer(QDBusConnection(name).asyncCall(QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"))));
+        QCoreApplication::processEvents();
     }
+}
+
+void Session::settle() {
+    for (int round = 0; round < longestConversation; ++round) {
+        askTheBus();
+    }
+}
+
+bool Session::settleAgent() {
+    bool isAnswering = true;
+    for (int round = 0; isAnswering && round < longestConversation; ++round) {
+        askTheBus();
+        isAnswering = awaitAnswer(call(QStringLiteral("Wake"), {}));
+    }
+    askTheBus();
+    return isAnswering;
 }
 
 std::unique_ptr<QProcess> Session::start(const QString& program, const QStringList& arguments, const QString& time) {
@@ -136,10 +157,11 @@ std::unique_ptr<QProcess> Session::start(const QString& program, const QStringLi
         environment.insert(QStringLiteral("FAKETIME"), QStringLiteral("@") + time);
         environment.insert(QStringLiteral("DONT_FAKE_MONOTONIC"), QStringLiteral("1"));
     }
-    if (m_killedAtStep > 0) {
+    if (m_killedAtStep > 0 || !m_killedBefore.isEmpty()) {
         const QString preloaded = environment.value(QStringLiteral("LD_PRELOAD"));
         environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(KILL_AT_STEP_LIBRARY ":") + preloaded);
         environment.insert(QStringLiteral("KILL_AT_STEP"), QString::number(m_killedAtStep));
+        environment.insert(QStringLiteral("KILL_BEFORE"), m_killedBefore);
     }
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::ForwardedChannels);

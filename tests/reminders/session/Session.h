@@ -24,7 +24,7 @@ inline const QString theProgramPath = QString::fromLatin1(applicationPath);
 
 /// Runs the event loop until the condition holds; false when it does not within that time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
-/// Runs the event loop for that time.
+/// Runs the event loop for that time: for what is measured over a time, never for something to have happened.
 void letPass(int milliseconds);
 
 /// A session of a user who owns nothing yet: folders, and a bus that can start what is installed and nothing else.
@@ -40,6 +40,9 @@ public:
     /// Returns when whatever its connections had to say to one another has been said, answers to answers included.
     /// What other programs do is not waited for.
     void settle();
+    /// The same with the agent among them: it has looked at its folder, and done what was due. False when there is
+    /// no agent that answers.
+    bool settleAgent();
 
     /// From now on the agent is started from a folder of its own: no window program stands beside it which a
     /// click could start.
@@ -50,6 +53,8 @@ public:
     /// Until it is set to 0, each agent started is killed right before its so-many-th step: each message that it
     /// sends and each change that it makes to a file is one.
     void setKilledAtStep(int step) { m_killedAtStep = step; }
+    /// Until it is set to nothing, each agent started is killed right before it sends a call of that method.
+    void setKilledBefore(const QString& method) { m_killedBefore = method; }
     /// The same, and returns as soon as its process runs.
     void beginAgent(const QString& time);
     std::unique_ptr<QProcess> start(const QString& program, const QStringList& arguments = {},
@@ -81,6 +86,8 @@ public:
     bool isAllDelivered() const;
 
 private:
+    void askTheBus();
+
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;
     QProcess m_bus;
@@ -88,6 +95,7 @@ private:
     QString m_agentProgram = QStringLiteral(AGENT_PROGRAM);
     std::unique_ptr<QProcess> m_agent;
     int m_killedAtStep = 0;
+    QString m_killedBefore;
     std::vector<QString> m_connections;
     QDBusConnection m_connection;
 };

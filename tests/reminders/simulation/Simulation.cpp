@@ -3,8 +3,12 @@
 #include "reminders/ReminderFolder.h"
 #include "tests/reminders/simulation/Household.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <fstream>
 #include <iostream>
+#include <sstream>
 
 namespace kpx {
 
@@ -22,6 +26,25 @@ const std::vector<std::string> names = {
     "traveller",        "other session",         "disk full"};
 
 QString text(LocalDay day) { return QString::fromStdString(textFromDay(day)); }
+
+/// As the system's table of locks tells it: "1: FLOCK ADVISORY WRITE PROCESS DEVICE:INODE 0 EOF".
+bool isLockedBy(qint64 process, const std::filesystem::path& file) {
+    struct stat properties {};
+    if (::stat(file.c_str(), &properties) != 0) {
+        return false;
+    }
+    const std::string inode = ':' + std::to_string(properties.st_ino);
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        std::istringstream words(line);
+        std::string number, kind, strength, access, owner, place;
+        words >> number >> kind >> strength >> access >> owner >> place;
+        if (kind == "FLOCK" && owner == std::to_string(process) && place.ends_with(inode)) {
+            return true;
+        }
+    }
+    return false;
+}
 
 }  // namespace
 
@@ -165,9 +188,8 @@ void Simulation::otherSessionTakesOver() {
     m_agent->kill();
     ++m_kills;
     m_agent.reset();
-    // One waits without asking; it is told the time once it has taken over.
-    constexpr int aSecond = 1000;
-    letPass(aSecond);
+    // It is told the time once it has taken over.
+    waitUntil([&] { return isLockedBy(other.process(), m_session.scheduleFolder() / "lock"); });
     give(other, QStringLiteral("set\t%1\t28799").arg(text(m_now.day)));
     give(other, QStringLiteral("pass\t3600"));
     lookAtScreens();
