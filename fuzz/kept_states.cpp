@@ -76,8 +76,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (const auto records = recordsFromBytes(std::string_view(bytes).substr(std::min(end + 1, bytes.size())))) {
         for (const HouseholdFile& file : householdFiles()) {
-            require(differenceOf(file, *records, *records) == FileDifference{});
-            require(differenceOf(file, {}, *records) == (FileDifference{records->size(), 0, 0}));
+            require(PresentRecords(file, *records).differenceTo(*records) == FileDifference{});
+            require(PresentRecords(file, {}).differenceTo(*records) == (FileDifference{records->size(), 0, 0}));
         }
     }
     return 0;

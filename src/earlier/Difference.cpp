@@ -1,8 +1,9 @@
 #include "earlier/Difference.h"
 
+#include "values/RecordHash.h"
+
 #include <algorithm>
-#include <unordered_map>
-#include <vector>
+#include <utility>
 
 namespace kpx {
 namespace {
@@ -17,23 +18,11 @@ std::string identityOf(const HouseholdFile& file, const Record& record) {
     return identity;
 }
 
-/// Records of one identity that have not found their like yet.
-struct Alike {
-    std::vector<const Record*> present;
-    std::vector<const Record*> earlier;
+/// How many records of one identity have no equal on the other side.
+struct Unequal {
+    std::size_t present = 0;
+    std::size_t earlier = 0;
 };
-
-void removeEqualPairs(Alike& alike) {
-    std::erase_if(alike.earlier, [&](const Record* record) {
-        const auto equal =
-            std::ranges::find_if(alike.present, [&](const Record* candidate) { return *candidate == *record; });
-        const bool found = equal != alike.present.end();
-        if (found) {
-            alike.present.erase(equal);
-        }
-        return found;
-    });
-}
 
 void append(std::string& text, const std::string& part) {
     if (!text.empty()) {
@@ -51,21 +40,50 @@ void appendCount(std::string& text, const char* sign, std::size_t count, const H
 
 }  // namespace
 
-FileDifference differenceOf(const HouseholdFile& file, const Records& present, const Records& earlier) {
-    std::unordered_map<std::string, Alike> byIdentity;
-    for (const Record& record : present) {
-        byIdentity[identityOf(file, record)].present.push_back(&record);
+PresentRecords::PresentRecords(const HouseholdFile& file, Records records) : m_file(&file), m_count(records.size()) {
+    for (Record& record : records) {
+        const std::size_t hash = hashOf(record);
+        const std::size_t place = placeOf(record, hash);
+        if (place == m_equals.size()) {
+            m_equals.push_back({std::move(record), 0});
+            m_placesByHash.emplace(hash, place);
+        }
+        ++m_equals[place].count;
     }
+}
+
+std::size_t PresentRecords::placeOf(const Record& record, std::size_t hash) const {
+    const auto [begin, end] = m_placesByHash.equal_range(hash);
+    const auto found =
+        std::find_if(begin, end, [&](const auto& candidate) { return m_equals[candidate.second].record == record; });
+    return found == end ? m_equals.size() : found->second;
+}
+
+FileDifference PresentRecords::differenceTo(const Records& earlier) const {
+    std::unordered_map<std::string, Unequal> byIdentity;
+    std::vector<std::size_t> paired(m_equals.size());
+    std::size_t likely = 0;  // most records stand in the same order: no hash is needed then
     for (const Record& record : earlier) {
-        byIdentity[identityOf(file, record)].earlier.push_back(&record);
+        const bool isLikely = likely < m_equals.size() && m_equals[likely].record == record;
+        const std::size_t place = isLikely ? likely : placeOf(record, hashOf(record));
+        likely = place + 1;
+        if (place < m_equals.size() && paired[place] < m_equals[place].count) {
+            ++paired[place];
+        } else {
+            ++byIdentity[identityOf(*m_file, record)].earlier;
+        }
+    }
+    for (std::size_t place = 0; place < m_equals.size(); ++place) {
+        if (const std::size_t left = m_equals[place].count - paired[place]; left > 0) {
+            byIdentity[identityOf(*m_file, m_equals[place].record)].present += left;
+        }
     }
     FileDifference difference;
-    for (auto& [identity, alike] : byIdentity) {
-        removeEqualPairs(alike);
-        const std::size_t pairs = std::min(alike.present.size(), alike.earlier.size());
+    for (const auto& [identity, unequal] : byIdentity) {
+        const std::size_t pairs = std::min(unequal.present, unequal.earlier);
         difference.changed += pairs;
-        difference.added += alike.earlier.size() - pairs;
-        difference.removed += alike.present.size() - pairs;
+        difference.added += unequal.earlier - pairs;
+        difference.removed += unequal.present - pairs;
     }
     return difference;
 }

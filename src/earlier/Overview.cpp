@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace kpx {
 namespace {
@@ -34,14 +36,23 @@ Listed listedFrom(std::string bytes) {
     return {{}, "damaged " + std::move(bytes)};
 }
 
+/// The file in the data folder, read once.
+struct PresentFile {
+    PresentRecords records;
+    std::string damagedBytes;
+};
+
 class Overview {
 public:
     Overview(EarlierFolder earlier, const HouseholdContents& contents) : m_earlier(std::move(earlier)) {
+        m_present.reserve(householdFileCount);
         for (std::size_t file = 0; file < householdFileCount; ++file) {
             const auto present = std::ranges::find(contents[file], true, &FileContent::isPresent);
+            Listed listed;
             if (present != contents[file].end()) {
-                m_present[file] = listedFrom(m_earlier.read(*present).bytes);
+                listed = listedFrom(m_earlier.read(*present).bytes);
             }
+            m_present.push_back({{householdFiles()[file], std::move(listed.records)}, std::move(listed.damagedBytes)});
         }
     }
 
@@ -55,7 +66,7 @@ private:
     FileOverview lookAt(std::size_t file, const std::optional<FileContent>& content) const {
         FileOverview overview;
         if (content && content->isPresent) {
-            overview.count = m_present[file].records.size();
+            overview.count = m_present[file].records.count();
             return overview;  // it has been read, and equals itself
         }
         Listed listed;
@@ -65,14 +76,14 @@ private:
             listed = listedFrom(std::move(read.bytes));
         }
         overview.count = listed.records.size();
-        overview.difference = differenceOf(householdFiles()[file], m_present[file].records, listed.records);
+        overview.difference = m_present[file].records.differenceTo(listed.records);
         overview.equalsPresent =
             overview.difference == FileDifference{} && listed.damagedBytes == m_present[file].damagedBytes;
         return overview;
     }
 
     EarlierFolder m_earlier;
-    std::array<Listed, householdFileCount> m_present;
+    std::vector<PresentFile> m_present;  // in the order of householdFiles()
     std::map<std::tuple<std::size_t, std::optional<std::tuple<std::int64_t, bool, int>>>, FileOverview> m_known;
 };
 

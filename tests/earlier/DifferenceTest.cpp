@@ -15,8 +15,22 @@ Record fill(const char* number, const char* date, const char* cost = "1.00", con
             {MHFillTypeKey, type},   {MHDispenseDateKey, date}, {MHTotalCostKey, cost}};
 }
 
+Record reversed(const Record& record) {
+    Record other;
+    for (auto field = record.end(); field != record.begin();) {
+        --field;
+        other.set(field->first, field->second);
+    }
+    return other;
+}
+
+FileDifference differenceOf(const HouseholdFile& file, const Records& present, const Records& earlier) {
+    return PresentRecords(file, present).differenceTo(earlier);
+}
+
 TEST(Difference, PairsFillsByWhatIdentifiesThem) {
     const Record first = fill("1", "20240101");
+    const Record other = fill("1", "20240101", "2.00");
     struct Row {
         const char* name;
         Records present;
@@ -43,6 +57,9 @@ TEST(Difference, PairsFillsByWhatIdentifiesThem) {
          {fill("1", "20240101", "2.00")},
          {fill("1", "20240101", "3.00"), first},
          {1, 0, 1}},
+        {"alike, two changed of three equal", {first, first, first}, {first, other, other}, {0, 0, 2}},
+        {"alike, two of three equal gone", {first, first, first}, {other}, {0, 2, 1}},
+        {"keys in another order", {first}, {reversed(first)}, {}},
         {"no identity at all", {{{"other", "x"}}}, {{{"other", "y"}}}, {0, 0, 1}},
     };
     for (const Row& row : rows) {

@@ -1,9 +1,13 @@
 #include "values/Record.h"
 
+#include "values/RecordHash.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace kpx::test {
 namespace {
@@ -29,7 +33,37 @@ TEST(Record, EqualsWhateverTheOrderOfItsKeys) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(row.left == row.right, row.areEqual);
         EXPECT_EQ(row.right == row.left, row.areEqual);
+        EXPECT_EQ(hashOf(row.left) == hashOf(row.right), row.areEqual);
     }
+}
+
+TEST(Record, HashesWhateverItHolds) {
+    const std::vector<Value> values = {
+        "1",
+        1,
+        std::numeric_limits<std::uint64_t>::max(),
+        1.0,
+        true,
+        Date{1},
+        Data({'1'}),
+        UniqueIdentifier{1},
+        Array({1}),
+        Array({1, 2}),
+        Array({2, 1}),
+        Record{{"1", 1}},
+        Record{{"1", 1}, {"2", 2}},
+        Record{{"1", 2}, {"2", 1}},
+        WideInteger(1, 0),
+        WideInteger(1, 1),
+    };
+    std::set<std::size_t> hashes;
+    for (const Value& value : values) {
+        const Record record = {{"k", value}, {"other", "x"}};
+        hashes.insert(hashOf(record));
+        EXPECT_EQ(hashOf(record), hashOf(Record{{"other", "x"}, {"k", value}}));
+    }
+    EXPECT_EQ(hashes.size(), values.size());
+    EXPECT_EQ(hashOf(Record{{"k", 0.0}}), hashOf(Record{{"k", -0.0}})) << "they are equal";
 }
 
 TEST(Record, EqualsWithVeryManyKeysInAnotherOrder) {
