@@ -119,8 +119,10 @@ std::vector<NamedSum> sumsByName(const Records& records, const std::vector<doubl
 
 std::vector<ChartBar> barsByName(std::vector<NamedSum> sums, const Environment& environment,
                                  const LocalizedStrings& localized) {
-    std::ranges::sort(
-        sums, [&](const NamedSum& left, const NamedSum& right) { return standsBefore(left, right, environment); });
+    // Those behind are only counted, and telling thousands of names in order takes its time.
+    std::ranges::partial_sort(
+        sums, sums.begin() + static_cast<std::ptrdiff_t>(std::min(sums.size(), mostRows)),
+        [&](const NamedSum& left, const NamedSum& right) { return standsBefore(left, right, environment); });
     if (sums.size() > mostRows) {
         const auto rest = sums.begin() + (mostRows - 1);
         const double others =
@@ -139,10 +141,16 @@ std::vector<ChartBar> barsByName(std::vector<NamedSum> sums, const Environment& 
 /// Round amounts round the bars and the average; cents only where the steps are finer than whole amounts.
 std::vector<ChartMark> axisFor(const Chart& chart, const Environment& environment) {
     double lowest = 0;
-    double highest = chart.average ? chart.average->amount : 0;
+    double highest = 0;
+    const auto include = [&](double amount) {
+        lowest = std::min(lowest, amount);
+        highest = std::max(highest, amount);
+    };
     for (const ChartBar& counted : chart.bars) {
-        lowest = std::min(lowest, counted.amount);
-        highest = std::max(highest, counted.amount);
+        include(counted.amount);
+    }
+    if (chart.average) {
+        include(chart.average->amount);
     }
     const std::vector<double> marks = roundMarks(lowest, highest);
     const bool whole = marks[1] - marks[0] >= 1;

@@ -33,7 +33,7 @@ struct Chart {
     std::string labelTitle;
     std::string amountTitle;
     std::vector<ChartBar> bars;
-    /// Round amounts, ascending, from not above the smallest bar to not below the largest.
+    /// Round amounts, ascending, from not above the smallest bar and the average to not below the largest.
     std::vector<ChartMark> axis;
     std::optional<ChartMark> average;
     bool operator==(const Chart&) const = default;

@@ -13,8 +13,11 @@ constexpr char chartFont[] = "LucidaGrande";
 constexpr double gap = 4;
 constexpr double widestBar = 48;
 constexpr double barShareOfSlot = 0.7;
+/// More than the line that it stands on hides.
+constexpr double smallestBar = 2;
 constexpr double gridWidth = 0.5;
 constexpr double averageWidth = 2;
+constexpr double averageSample = 20;
 /// Of the frame, what names at the left of rows may take at most.
 constexpr double largestNameShare = 0.35;
 /// Below a text's middle stands its baseline, by this part of its size.
@@ -47,6 +50,14 @@ struct Scale {
         const double share = (amount - lowest) / (highest - lowest);
         return from + length * (std::isnan(share) ? 0 : std::clamp(share, 0.0, 1.0));
     }
+    /// Where a bar ends. What is not nothing is seen, however small it is beside the others.
+    double endOfBar(double amount) const {
+        const double zero = place(0);
+        if (amount > 0) {
+            return std::max(place(amount), zero + smallestBar);
+        }
+        return amount < 0 ? std::min(place(amount), zero - smallestBar) : zero;
+    }
 };
 
 class ChartPen {
@@ -77,18 +88,19 @@ private:
     double lineHeight() const { return m_size * 1.5; }
     std::vector<Box>& slots() { return m_result.slots; }
 
-    /// What the line across the bars means, above them at the right: upon the bars nobody could read it.
+    /// What the line across the bars means, above them at the right: upon the bars nobody could read it. The sample
+    /// follows the text, whose own width only the painter knows.
     void drawLegend() {
         if (!m_chart.average) {
             return;
         }
         const Box& box = m_frame.box;
         const double middle = box.top() - lineHeight() / 2;
-        const double width = std::min(roughWidth(m_chart.average->text, m_size), box.width / 2);
-        text(m_chart.average->text, box.right(), middle - baselineBelowMiddle * m_size, width, Alignment::Right,
-             Ink::Text);
-        const double sample = box.right() - width - gap;
-        line(sample - 20, middle, sample, middle, averageWidth, Ink::Average);
+        const double sample = box.right() - averageSample;
+        const double end = sample - 1.5 * gap;
+        text(m_chart.average->text, end, middle - baselineBelowMiddle * m_size, std::max(end - box.left, 1.0),
+             Alignment::Right, Ink::Text);
+        line(sample, middle, box.right(), middle, averageWidth, Ink::Average);
     }
 
     Scale scale(double from, double length) const {
@@ -114,7 +126,7 @@ private:
             const double slotLeft = left + slot * static_cast<double>(index);
             const double middle = slotLeft + slot / 2;
             slots().push_back({slotLeft, bottom, slot, box.top() - lineHeight() - bottom});
-            drawBar(middle, zero, middle, heights.place(m_chart.bars[index].amount), slot);
+            drawBar(middle, zero, middle, heights.endOfBar(m_chart.bars[index].amount), slot);
         }
         line(left, zero, box.right(), zero, 1, Ink::QuietText);
         if (m_chart.average) {
@@ -154,9 +166,10 @@ private:
             std::min(widest(m_chart.bars, m_size, &ChartBar::amountText), box.width * largestNameShare);
         const double left = box.left + names + gap;
         const double right = box.right() - amounts - gap;
-        const double bottom = box.bottom + lineHeight();
-        const double height = box.top() - bottom;
-        const double slot = std::min(height / static_cast<double>(m_chart.bars.size()), 3 * lineHeight());
+        const auto count = static_cast<double>(m_chart.bars.size());
+        const double slot = std::min((box.height - lineHeight()) / count, 3 * lineHeight());
+        // The amounts stand below the last row, however few there are.
+        const double bottom = box.top() - slot * count;
         const Scale widths = scale(left, right - left);
         drawRowMarks(widths, bottom);
         for (std::size_t index = 0; index < m_chart.bars.size(); ++index) {
@@ -165,7 +178,7 @@ private:
             const double middle = slotBottom + slot / 2;
             const double baseline = middle - baselineBelowMiddle * m_size;
             slots().push_back({box.left, slotBottom, box.width, slot});
-            drawBar(widths.place(0), middle, widths.place(bar.amount), middle, slot);
+            drawBar(widths.place(0), middle, widths.endOfBar(bar.amount), middle, slot);
             text(bar.axisLabel, left - gap, baseline, names, Alignment::Right, Ink::Text);
             text(bar.amountText, box.right(), baseline, amounts, Alignment::Right, Ink::Text);
         }
@@ -182,8 +195,8 @@ private:
             if (x - width / 2 < free) {
                 continue;
             }
-            text(mark.text, x, m_frame.box.bottom + lineHeight() / 2 - baselineBelowMiddle * m_size, width,
-                 Alignment::Center, Ink::QuietText);
+            text(mark.text, x, bottom - lineHeight() / 2 - baselineBelowMiddle * m_size, width, Alignment::Center,
+                 Ink::QuietText);
             free = x + width / 2 + 2 * gap;
         }
     }

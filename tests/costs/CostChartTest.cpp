@@ -201,5 +201,23 @@ TEST(CostChart, SaysAmountsInTheRegionsWay) {
     EXPECT_FALSE(chartOf({fill("20240105", "1")}, CostBreakdown::ByDrug, in("en_US")).average);
 }
 
+TEST(CostChart, TheAxisReachesAroundTheAverageToo) {
+    struct Row {
+        const char* what;
+        Records records;
+    };
+    // Six weeks over three months: a month of average length costs more than each of them.
+    const std::vector<Row> rows = {
+        {"paid", {fill("20231231", "50"), fill("20240215", "50")}},
+        {"paid back", {fill("20231231", "-50"), fill("20240215", "-50")}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const Chart chart = chartOf(row.records, CostBreakdown::ByMonth, in("en_US"));
+        EXPECT_LE(chart.axis.front().amount, chart.average->amount);
+        EXPECT_GE(chart.axis.back().amount, chart.average->amount);
+    }
+}
+
 }  // namespace
 }  // namespace kpx

@@ -109,6 +109,45 @@ TEST(ChartLayout, AMirroredChartIsItsMirrorImage) {
     }
 }
 
+TEST(ChartLayout, WhatIsNotNothingIsSeen) {
+    for (const Chart::Shape shape : {Chart::Shape::Columns, Chart::Shape::Rows}) {
+        Chart chart = columns({1e9, 0.01, 0, -0.01}, -1e9, 1e9);
+        chart.shape = shape;
+        const auto bars = all<DrawLine>(layOutChart(chart, {.box = box}), Ink::Bar);
+        ASSERT_EQ(bars.size(), 3U);
+        const auto length = [](const DrawLine& bar) { return bar.x2 - bar.x1 + bar.y2 - bar.y1; };
+        EXPECT_DOUBLE_EQ(length(bars[1]), 2);
+        EXPECT_DOUBLE_EQ(length(bars[2]), -2);
+    }
+}
+
+TEST(ChartLayout, TheSampleOfTheAverageFollowsItsWords) {
+    for (const bool mirrored : {false, true}) {
+        Chart chart = columns({100, 50}, 0, 100);
+        chart.average = ChartMark{75, "Average"};
+        const LaidOutChart picture = layOutChart(chart, {.box = box, .mirrored = mirrored});
+        const auto texts = all<DrawText>(picture, Ink::Text);
+        const auto words = std::ranges::find(texts, "Average", &DrawText::text);
+        ASSERT_NE(words, texts.end());
+        EXPECT_EQ(words->alignment, mirrored ? Alignment::Left : Alignment::Right);
+        const DrawLine sample = all<DrawLine>(picture, Ink::Average).front();
+        const double away =
+            mirrored ? words->x - std::max(sample.x1, sample.x2) : std::min(sample.x1, sample.x2) - words->x;
+        EXPECT_GT(away, 2);
+        EXPECT_LT(away, 10);
+    }
+}
+
+TEST(ChartLayout, FewRowsHaveTheirAxisRightBelow) {
+    Chart rows = columns({100, 50}, 0, 100);
+    rows.shape = Chart::Shape::Rows;
+    const LaidOutChart picture = layOutChart(rows, {.box = box});
+    for (const DrawText& mark : all<DrawText>(picture, Ink::QuietText)) {
+        EXPECT_LT(mark.y, picture.slots[1].bottom);
+        EXPECT_GT(mark.y, picture.slots[1].bottom - 20);
+    }
+}
+
 TEST(ChartLayout, NothingForNoBars) { EXPECT_TRUE(layOutChart(Chart(), {.box = box}).operations.empty()); }
 
 }  // namespace

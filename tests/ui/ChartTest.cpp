@@ -136,6 +136,10 @@ private Q_SLOTS:
         QCOMPARE(table->columnDescription(1), QStringLiteral("Cost"));
         QCOMPARE(table->cellAt(1, 0)->text(QAccessible::Name), QStringLiteral("Drug 2: $57.000000"));
         QCOMPARE(view.model()->index(1, 1).data().toString(), QStringLiteral("$57.000000"));
+        Chart nameless = chartOf(1, Chart::Shape::Rows, "Drug");
+        nameless.bars[0].label.clear();
+        view.setChart(nameless);
+        QCOMPARE(view.model()->index(0, 0).data(Qt::AccessibleTextRole).toString(), QStringLiteral("$120.000000"));
     }
 
     void coloursFollowTheSchemeAndDifferInLightness() {

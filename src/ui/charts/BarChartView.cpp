@@ -50,7 +50,7 @@ void BarChartView::setChart(const Chart& chart) {
 
 double BarChartView::textSize() const { return QFontInfo(font()).pixelSize(); }
 
-double BarChartView::captionHeight() const { return textSize() * 1.8; }
+double BarChartView::captionHeight() const { return textSize() * 2.2; }
 
 QSize BarChartView::minimumSizeHint() const { return QSize(20, 12) * textSize() + QSize(2 * margin, 2 * margin); }
 
@@ -109,7 +109,7 @@ void BarChartView::paintEvent(QPaintEvent*) {
                            .font = "LucidaGrande-Bold",
                            .size = textSize(),
                            .x = isRightToLeft() ? margin + width : margin,
-                           .y = viewport()->height() - captionHeight() + textSize() * 0.4,
+                           .y = viewport()->height() - captionHeight() + textSize() * 0.7,
                            .room = width,
                            .alignment = isRightToLeft() ? Alignment::Right : Alignment::Left};
     DrawingPainter drawing(viewport()->height(), inks);

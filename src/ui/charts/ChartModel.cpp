@@ -12,7 +12,8 @@ void ChartModel::setChart(const Chart& chart) {
 
 QString ChartModel::said(int row) const {
     const ChartBar& bar = m_chart.bars[static_cast<std::size_t>(row)];
-    return qstring(bar.label) + QStringLiteral(": ") + qstring(bar.amountText);
+    const QString amount = qstring(bar.amountText);
+    return bar.label.empty() ? amount : qstring(bar.label) + QStringLiteral(": ") + amount;
 }
 
 int ChartModel::rowCount(const QModelIndex& parent) const {
