@@ -20,8 +20,8 @@ std::optional<Supply> supplyOfRow(const Record& row, const Environment& environm
 }
 
 std::string supplyText(const Supply& supply, const LocalizedStrings& localized) {
-    return formatted(localized("%@ of %@ days left"),
-                     {std::to_string(std::max<std::int64_t>(supply.left, 0)), std::to_string(supply.days)});
+    return formatted(localized("%@ of %@ days left"), {std::to_string(std::max<std::int64_t>(supply.left, 0)),
+                                                       std::to_string(std::max<std::int64_t>(supply.days, 0))});
 }
 
 }  // namespace kpx

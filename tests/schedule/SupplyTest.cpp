@@ -51,6 +51,7 @@ TEST(Supply, IsSaidInDays) {
     EXPECT_EQ(supplyText({30, 12}, {}), "12 of 30 days left");
     EXPECT_EQ(supplyText({30, 0}, {}), "0 of 30 days left");
     EXPECT_EQ(supplyText({30, -4}, {}), "0 of 30 days left");
+    EXPECT_EQ(supplyText({-5, -9}, {}), "0 of 0 days left");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "ui/style/Colors.h"
 
 #include <QPainter>
+#include <QStyle>
 
 namespace kpx {
 
@@ -13,7 +14,8 @@ void GaugeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         return;
     }
     constexpr int thickness = 3;
-    constexpr int inset = 4;
+    // As wide as the text above it may be.
+    const int inset = option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
     const QRect track(option.rect.left() + inset, option.rect.bottom() - thickness - 1, option.rect.width() - 2 * inset,
                       thickness);
     const double left = gauge.toDouble();
