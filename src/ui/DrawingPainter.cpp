@@ -3,10 +3,14 @@
 #include "ui/Conversions.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QPainter>
+#include <QTextLayout>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace kpx {
@@ -54,6 +58,40 @@ void drawParts(QPainter& painter, QPointF start, const QString& line, double tab
     }
     eachPart(line, painter.font(), tabDistance,
              [&](double offset, const QString& part) { painter.drawText(start + QPointF(offset, 0), part); });
+}
+
+/// The characters of a part between tabs, in the order of reading, whichever way they are written. Each reaches to the
+/// one beside it; those that share a glyph share its place.
+void appendCharacters(const QString& part, const QFont& font, double offset, std::vector<CharacterPlace>& places) {
+    QTextLayout layout(part, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    if (!line.isValid()) {
+        return;
+    }
+    line.setLineWidth(QWIDGETSIZE_MAX);
+    layout.endLayout();
+    struct Seen {
+        double left = 0;
+        bool fromRight = false;
+    };
+    std::vector<Seen> characters;
+    for (int index = 0; index < part.size(); ++index) {
+        const QList<QGlyphRun> glyphs = layout.glyphRuns(index, 1);
+        const bool isOneOfItsOwn = layout.isValidCursorPosition(index) && !glyphs.isEmpty();
+        characters.push_back(isOneOfItsOwn        ? Seen{glyphs[0].positions().value(0).x(), glyphs[0].isRightToLeft()}
+                             : characters.empty() ? Seen{}
+                                                  : characters.back());
+    }
+    std::vector<double> ends{line.naturalTextWidth()};
+    std::ranges::transform(characters, std::back_inserter(ends), &Seen::left);
+    std::ranges::sort(ends);
+    for (const Seen& seen : characters) {
+        const auto next = std::ranges::upper_bound(ends, seen.left);
+        const double right = next == ends.end() ? seen.left : *next;
+        places.push_back(
+            {offset + (seen.fromRight ? right : seen.left), offset + (seen.fromRight ? seen.left : right)});
+    }
 }
 
 /// Where a text begins that is so wide.
@@ -142,11 +180,26 @@ QRectF DrawingPainter::placeOf(const DrawText& text) {
     return {left, m_height - text.y - ascent, width, ascent + descent};
 }
 
-double DrawingPainter::reachOf(const DrawText& text, qsizetype characters) {
+std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
     const QString line = oneLine(text);
-    const double whole = naturalWidth(text, line);
-    const double part = naturalWidth(text, line.left(characters));
-    return whole > 0 ? placeOf(text).width() * std::min(part / whole, 1.0) : 0;
+    const QFont& font = face(text, hasMarks(line), wholeStretch).font;
+    std::vector<CharacterPlace> places;
+    places.reserve(static_cast<std::size_t>(line.size()));
+    const double whole = eachPart(line, font, tabStopDistance, [&](double offset, const QString& part) {
+        if (offset > 0) {
+            places.push_back({offset, offset});  // the tab before the part
+        }
+        appendCharacters(part, font, offset, places);
+    });
+    const double shown = placeOf(text).width() * unitsPerPoint;
+    const double share = whole > 0 ? std::clamp(shown / whole, narrowestShare, 1.0) : 1;
+    // What an ellipsis stands for is the end of the text, at the left where it is written from the right.
+    const double hidden = line.isRightToLeft() ? std::max(whole * share - shown, 0.0) : 0;
+    const auto placed = [&](double x) { return std::clamp(x * share - hidden, 0.0, shown) / unitsPerPoint; };
+    for (CharacterPlace& place : places) {
+        place = {placed(place.begin), placed(place.end)};
+    }
+    return places;
 }
 
 void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {

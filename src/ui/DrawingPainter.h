@@ -26,6 +26,11 @@ struct Inks {
 /// Black on paper; bars in a light blue that leaves black and the average's brown readable upon it.
 Inks paperInks();
 
+struct CharacterPlace {
+    double begin = 0;
+    double end = 0;
+};
+
 /// Puts drawing operations on paper, screen or PDF: the one painter for all of them.
 ///
 /// The named fonts have a stand-in with nearly their look, DejaVu Sans, that every desktop can install.
@@ -48,8 +53,9 @@ public:
 
     /// Where the text comes to stand, in points, counted from the upper left corner downward.
     QRectF placeOf(const DrawText& text);
-    /// How far from its left end the text's first characters reach, in points.
-    double reachOf(const DrawText& text, qsizetype characters);
+    /// Where each of its characters begins and ends, in points from its left end. One that is written from the
+    /// right begins right of where it ends; those that an ellipsis stands for are at the end of the text.
+    std::vector<CharacterPlace> charactersOf(const DrawText& text);
 
     /// The text as it is drawn: a line stays a line, so whatever would break it becomes a blank.
     static QString oneLine(const DrawText& text);

@@ -1,5 +1,6 @@
 #include "tests/pdf/ExampleReports.h"
 #include "tests/pdf/PdfReading.h"
+#include "ui/Conversions.h"
 #include "ui/ReportOutput.h"
 #include "ui/ports/QtPrintPreview.h"
 #include "ui/preview/PagesToPrint.h"
@@ -189,6 +190,7 @@ TEST_F(PreviewWindowTest, FindsWordsAndCopiesThem) {
     // The whole line of the paper: its columns with a tab between them.
     EXPECT_TRUE(pages.text().contains(QStringLiteral("\nLisinopril 97\twhite, oval, with a groove\n")));
     words->clear();
+    pages.select(0, 0);
     QTest::keyClicks(words, QStringLiteral("Lisinopril"));
     const int first = pages.anchor();
     QTest::keyClick(words, Qt::Key_Return);
@@ -202,6 +204,72 @@ TEST_F(PreviewWindowTest, FindsWordsAndCopiesThem) {
     EXPECT_FALSE(words->isVisible());
     press(window, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Lisinopril"));
+}
+
+TEST_F(PreviewWindowTest, StaysAtAMatchWhileItIsTypedOn) {
+    PreviewWindow& window = open(6, 100);
+    PagesView& pages = pagesOf(window);
+    press(window, Qt::Key_F3);
+    auto* words = window.findChild<QLineEdit*>(QStringLiteral("wordsToFind"));
+    ASSERT_TRUE(words->isVisible());  // nothing to find yet, so it is asked for
+    QTest::keyClicks(words, QStringLiteral("Lisinop"));
+    const auto first = static_cast<int>(pages.text().indexOf(QStringLiteral("Lisinopril")));
+    EXPECT_EQ(pages.anchor(), first);
+    QTest::keyClick(words, Qt::Key_Return);
+    const int second = pages.anchor();
+    EXPECT_GT(second, first);
+    QTest::keyClicks(words, QStringLiteral("ril"));
+    EXPECT_EQ(pages.anchor(), second);
+    EXPECT_EQ(pages.selectedText(), QStringLiteral("Lisinopril"));
+}
+
+TEST_F(PreviewWindowTest, SelectsWhatIsWrittenFromTheRight) {
+    struct Row {
+        const char* what;
+        std::string text;
+        double room;
+    };
+    const QString hebrew = QString::fromUtf8("\u05D0\u05D1\u05D2\u05D3");
+    const std::string mixed = utf8(hebrew + QStringLiteral(" 12 mg ") + hebrew);
+    for (const Row& row : std::vector<Row>{
+             {"as it comes", mixed, 0}, {"narrowed", mixed, 40}, {"cut off", mixed + std::string(300, 'x'), 90}}) {
+        SCOPED_TRACE(row.what);
+        Document document{4, "Places", {Page()}};
+        document.pages[0].operations.emplace_back(DrawText{row.text, "LucidaGrande", 8, false, 100, 500, row.room});
+        preview.open(document);
+        PreviewWindow& window = *preview.windows().back();
+        QTest::qWait(0);
+        PagesView& pages = window.pages();
+        const QRect whole = pages.seenPlace(0, static_cast<int>(pages.text().size()));
+        // The first letters of a line that is read from the right are its rightmost.
+        const QRect first = pages.seenPlace(0, 2);
+        EXPECT_GE(first.right(), whole.right() - 2);
+        EXPECT_LT(first.width(), whole.width() / 2);
+        // Numbers and Latin words among them are read from the left.
+        if (row.room == 0) {
+            EXPECT_LT(pages.seenPlace(5, 6).left(), pages.seenPlace(6, 7).left());
+            EXPECT_LT(pages.seenPlace(8, 9).left(), pages.seenPlace(9, 10).left());
+        }
+        pages.setZoom(4);
+        for (const int position : {0, 1, 2, 3}) {
+            const QRect place = pages.seenPlace(position, position + 1);
+            EXPECT_EQ(pages.positionAt({place.right() - 2, place.center().y()}), position);
+            EXPECT_EQ(pages.positionAt({place.left() + 1, place.center().y()}), position + 1);
+        }
+    }
+}
+
+TEST_F(PreviewWindowTest, SelectsTheLettersThatAreSeenOfALongText) {
+    Document document{4, "Places", {Page()}};
+    document.pages[0].operations.emplace_back(DrawText{std::string(400, 'a'), "LucidaGrande", 8, false, 100, 500, 100});
+    preview.open(document);
+    PagesView& pages = preview.windows().back()->pages();
+    QTest::qWait(0);
+    const int whole = pages.seenPlace(0, 400).width();
+    // At the narrowest some fifty letters are seen.
+    EXPECT_GT(pages.seenPlace(0, 25).width(), whole * 0.4);
+    EXPECT_LT(pages.seenPlace(0, 25).width(), whole * 0.6);
+    EXPECT_LE(pages.seenPlace(0, 300).right(), pages.seenPlace(0, 400).right());
 }
 
 TEST_F(PreviewWindowTest, SelectsWithTheMouse) {

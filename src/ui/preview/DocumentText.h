@@ -35,7 +35,11 @@ private:
         int start;
         int end;
     };
-    QRectF placeOf(const Piece& piece, int from, int to) const;
+    QRectF placeOf(const Piece& piece) const;
+    /// Between two distances from the left end of the piece, in points.
+    QRectF placeOf(const Piece& piece, double from, double to) const;
+    void appendPlaces(QList<QRectF>& places, const Piece& piece, int from, int to) const;
+    int positionIn(const Piece& piece, double x) const;
 
     ReportPainter& m_painter;
     QString m_text;

@@ -34,7 +34,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), m_words(new QLineEdit(this)
     layout->addStretch();
     addButton(tr("Done"), &FindBar::closed);
     m_words->setMaximumWidth(320);
-    connect(m_words, &QLineEdit::textEdited, this, &FindBar::nextWanted);
+    connect(m_words, &QLineEdit::textEdited, this, &FindBar::wordsChanged);
     hide();
 }
 

@@ -21,6 +21,8 @@ public:
     void tell(bool found);
 
 Q_SIGNALS:
+    /// They were typed on.
+    void wordsChanged();
     void nextWanted();
     void previousWanted();
     void closed();

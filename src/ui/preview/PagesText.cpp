@@ -68,11 +68,16 @@ bool PagesView::selectMatch(qsizetype position, qsizetype length) {
 }
 
 bool PagesView::findNext(const QString& words) {
+    return findFrom(std::min(m_anchor, m_cursor) + (m_anchor == m_cursor ? 0 : 1), words);
+}
+
+bool PagesView::findAsTyped(const QString& words) { return findFrom(std::min(m_anchor, m_cursor), words); }
+
+bool PagesView::findFrom(qsizetype position, const QString& words) {
     if (words.isEmpty()) {
         return false;
     }
-    const int from = std::min(m_anchor, m_cursor) + (m_anchor == m_cursor ? 0 : 1);
-    const qsizetype next = text().indexOf(words, from, Qt::CaseInsensitive);
+    const qsizetype next = text().indexOf(words, position, Qt::CaseInsensitive);
     return selectMatch(next >= 0 ? next : text().indexOf(words, 0, Qt::CaseInsensitive), words.size());
 }
 

@@ -45,6 +45,8 @@ public:
     /// Selects the next place of the words, whatever their case, and shows it; after the last one again the first.
     /// False when there is none.
     bool findNext(const QString& words);
+    /// Likewise, but stays where it is while the place goes on as typed.
+    bool findAsTyped(const QString& words);
     bool findPrevious(const QString& words);
     /// Where the part of the text is seen, in pixels of the viewport; empty for no text.
     QRect seenPlace(int from, int to);
@@ -70,6 +72,7 @@ private:
     void updateScrollBars();
     void paintSelection(QPainter& painter, int page, const QRectF& paper);
     bool selectMatch(qsizetype position, qsizetype length);
+    bool findFrom(qsizetype position, const QString& words);
     bool moveByLine(int key, bool selects);
     double pixelsPerPoint() const;
     /// In pixels of the view.

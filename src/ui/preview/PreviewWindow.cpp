@@ -48,6 +48,8 @@ PreviewWindow::PreviewWindow(const QPageLayout& layout, QString language, QWidge
     buildCommands();
     connect(m_tabs, &QTabWidget::currentChanged, this, &PreviewWindow::showCurrent);
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &PreviewWindow::closeDocument);
+    connect(m_findBar, &FindBar::wordsChanged, this,
+            [this] { m_findBar->tell(pages().findAsTyped(m_findBar->words())); });
     connect(m_findBar, &FindBar::nextWanted, this, [this] { find(false); });
     connect(m_findBar, &FindBar::previousWanted, this, [this] { find(true); });
     connect(m_findBar, &FindBar::closed, this, [this] {
@@ -100,6 +102,10 @@ void PreviewWindow::closeDocument(int index) {
 
 void PreviewWindow::find(bool backwards) {
     const QString words = m_findBar->words();
+    if (words.isEmpty()) {
+        m_findBar->open();
+        return;
+    }
     m_findBar->tell(backwards ? pages().findPrevious(words) : pages().findNext(words));
 }
 
