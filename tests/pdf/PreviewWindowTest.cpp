@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPageRanges>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
@@ -423,6 +424,27 @@ TEST_F(PreviewWindowTest, PrintsThePagesAskedFor) {
     EXPECT_EQ((number + 1)->text, QStringLiteral("2"));
     EXPECT_NEAR(number->left, 690, 0.2);
     EXPECT_NEAR(612 - (number->top + ReportPainter::metrics(10).ascent), 565, 0.2);
+}
+
+TEST_F(PreviewWindowTest, APrintedPdfSaysTheLanguageToo) {
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("printed.pdf"));
+    preview.language = QStringLiteral("sv");
+    PreviewWindow& window = open(4, 1);
+    QTimer::singleShot(0, &window, [&] {
+        auto* dialog = window.findChild<QPrintDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+        dialog->printer()->setOutputFileName(name);
+        dialog->done(QDialog::Accepted);
+    });
+    window.findChild<QAction*>(QStringLiteral("printCommand"))->trigger();
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray pdf = file.readAll();
+    EXPECT_TRUE(pdf.contains("/Lang (sv)"));
+    EXPECT_EQ(wordsOfPdf(pdf).size(), 1U);
+    EXPECT_TRUE(window.isAllKept());
 }
 
 TEST_F(PreviewWindowTest, PrintsRangesInTheOrderAskedFor) {

@@ -31,6 +31,27 @@ QString fileNameFor(const QString& title) {
     return name.isEmpty() ? PreviewWindow::tr("Report") : name;
 }
 
+/// As QMessageBox::warning, but the name of a file is no markup.
+void warn(QWidget& window, const QString& title, const QString& text) {
+    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, &window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+/// The file is as good as before where this fails.
+void declareLanguage(const QString& fileName, const QString& language) {
+    QFile printed(fileName);
+    if (!printed.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QByteArray pdf = withDocumentLanguage(printed.readAll(), language);
+    printed.close();
+    QSaveFile file(fileName);
+    if (file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size()) {
+        file.commit();
+    }
+}
+
 QString documentsFolder() { return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation); }
 
 }  // namespace
@@ -61,7 +82,7 @@ void PreviewWindow::askAndSavePdf() {
         statusBar()->showMessage(tr("Saved as %1").arg(fileName));
     } else {
         statusBar()->clearMessage();
-        QMessageBox::warning(this, tr("Not saved"), tr("The report could not be saved as %1.").arg(fileName));
+        warn(*this, tr("Not saved"), tr("The report could not be saved as %1.").arg(fileName));
     }
 }
 
@@ -115,8 +136,8 @@ void PreviewWindow::askAndSaveAll() {
     if (failed.isEmpty()) {
         statusBar()->showMessage(tr("%1 files saved in %2").arg(names.size()).arg(folder.path()));
     } else {
-        QMessageBox::warning(this, tr("Not saved"),
-                             tr("These could not be saved:") + QLatin1Char('\n') + failed.join(QLatin1Char('\n')));
+        warn(*this, tr("Not saved"),
+             tr("These could not be saved:") + QLatin1Char('\n') + failed.join(QLatin1Char('\n')));
     }
 }
 
@@ -135,14 +156,26 @@ bool PreviewWindow::askForPrinter(QPrinter& printer, const std::vector<PagesView
     return dialog.exec() == QDialog::Accepted;
 }
 
+bool PreviewWindow::send(QPrinter& printer, const std::vector<PagesView*>& documents) {
+    std::vector<const Document*> printed;
+    std::ranges::transform(documents, std::back_inserter(printed), [](PagesView* pages) { return &pages->document(); });
+    if (!printReportsOn(printer, printed)) {
+        return false;
+    }
+    if (printer.outputFormat() == QPrinter::PdfFormat && QFileInfo(printer.outputFileName()).isFile()) {
+        declareLanguage(printer.outputFileName(), m_language);
+    }
+    m_kept.insert(documents.begin(), documents.end());
+    return true;
+}
+
 void PreviewWindow::print() {
     QPrinter printer;
     PagesView& printed = pages();
     if (!askForPrinter(printer, {&printed})) {
         return;
     }
-    if (printReportOn(printer, printed.document())) {
-        m_kept.insert(&printed);
+    if (send(printer, {&printed})) {
         statusBar()->showMessage(tr("Sent to the printer"));
     } else {
         statusBar()->showMessage(tr("The printer did not take the report."));
@@ -165,12 +198,8 @@ void PreviewWindow::printAll() {
     }
     QStringList refused;
     for (const std::vector<PagesView*>& job : jobs) {
-        std::vector<const Document*> documents;
-        std::ranges::transform(job, std::back_inserter(documents), [](PagesView* pages) { return &pages->document(); });
-        printer.setDocName(qstring(documents.front()->title));
-        if (printReportsOn(printer, documents)) {
-            m_kept.insert(job.begin(), job.end());
-        } else {
+        printer.setDocName(qstring(job.front()->document().title));
+        if (!send(printer, job)) {
             refused.append(printer.docName());
         }
     }

@@ -50,6 +50,7 @@ private:
     void print();
     void printAll();
     bool askForPrinter(QPrinter& printer, const std::vector<PagesView*>& documents);
+    bool send(QPrinter& printer, const std::vector<PagesView*>& documents);
     void askAndSavePdf();
     void askAndSaveAll();
     bool save(PagesView& pages, const QString& fileName);
