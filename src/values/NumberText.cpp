@@ -87,9 +87,7 @@ std::int64_t leadingInteger(std::string_view text) {
     const std::uint64_t limit = negative ? largest + 1 : largest;
     std::uint64_t magnitude = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), magnitude);
-    if (result.ec == std::errc::result_out_of_range || magnitude > limit) {
-        magnitude = limit;
-    }
+    magnitude = result.ec == std::errc::result_out_of_range ? limit : std::min(magnitude, limit);
     return static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude);
 }
 

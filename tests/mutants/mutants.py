@@ -88,7 +88,7 @@ class Tree:
         return [f"test_{folder}", "kpx_scenario"] + [f"test_{name}" for name in others]
 
     def exists(self, program):
-        return f"build bin/{program}:" in (self.build / "build.ninja").read_text()
+        return re.search(rf"^build bin/{program}[: ]", (self.build / "build.ninja").read_text(), re.MULTILINE) is not None
 
 
 def limited(command, environment, folder):
@@ -164,6 +164,9 @@ def main():
     tree.root.mkdir(parents=True, exist_ok=True)
     tree.prepare()
     faults = {name: tree.faults(name) for name in tree.folders() if not options.folder or name in options.folder}
+    untested = [name for name, found in faults.items() if found and not tree.exists(f"test_{name}")]
+    if untested:
+        sys.exit(f"no program tests {', '.join(untested)}")
     share = shares({name: len(found) for name, found in faults.items() if found}, options.count)
     planted, survivors = 0, []
     for folder, number in share.items():

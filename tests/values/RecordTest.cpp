@@ -79,6 +79,18 @@ TEST(Record, EqualsWithVeryManyKeysInAnotherOrder) {
     EXPECT_FALSE(forward == backward);
 }
 
+TEST(Record, MovesItsFieldsSeldomWhileItGrows) {
+    Record record;
+    const Record::Field* fields = nullptr;
+    int moves = 0;
+    for (int index = 0; index < 1000; ++index) {
+        record.append(std::to_string(index), index);
+        moves += record.begin() == fields ? 0 : 1;
+        fields = record.begin();
+    }
+    EXPECT_LE(moves, 11) << "room for one, and ten times twice as much";
+}
+
 TEST(Record, IsBuiltFieldByField) {
     Record record;
     record.reserve(0);
