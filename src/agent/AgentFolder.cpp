@@ -120,7 +120,7 @@ void Agent::dropAllBut(const std::vector<Reminder>& onDisk) {
         if (m_server.identity() == m_folder.server()) {
             m_server.close(reminder.notification);
         }
-        static_cast<void>(m_folder.remove(reminder));
+        static_cast<void>(m_folder.remove(reminder));  // what stays is removed at the next look
     }
     std::erase_if(m_reminders, [&](const Reminder& reminder) {
         if (kept.contains(reminder.identifier) || m_unwritten.contains(reminder.identifier)) {

@@ -55,6 +55,7 @@ void startAtLogin(const std::filesystem::path& program, const std::filesystem::p
     if (std::filesystem::exists(mark, error)) {
         return;  // nor is the mark made anew: who watches the folder would be woken
     }
+    // A mark that cannot be written now is written at the next look into the folder.
     if (std::filesystem::exists(std::filesystem::symlink_status(own, error))) {
         static_cast<void>(replaceFile(mark, ""));
         return;

@@ -217,7 +217,7 @@ public:
                                        const std::string& titleString);
     bool deleteMaintFromList();
 
-    // ---- Tab 1: filter sheet
+    // ---- Tab 1: filter sheet, row's menu
 
     void showFilterSheetForTab1();
     void respondToShowBtnPane1();

@@ -1,7 +1,7 @@
 #include "app/ContextMenus.h"
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
-#include "core/FileAddress.h"
+#include "files/FileAddress.h"
 #include "receipts/FileIdentity.h"
 
 namespace kpx {

@@ -303,8 +303,11 @@ const icu::DecimalFormatSymbols& RegionServices::decimalSymbols() {
     return *m_decimalSymbols;
 }
 
-bool RegionServices::hasDecimalComma() const {
-    return symbolsOf(m_numbers).getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol) == u",";
+bool RegionServices::hasDecimalComma() {
+    return m_hasDecimalComma
+               ? *m_hasDecimalComma
+               : m_hasDecimalComma.emplace(
+                     symbolsOf(m_numbers).getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol) == u",");
 }
 
 std::string RegionServices::decimalSymbol(icu::DecimalFormatSymbols::ENumberFormatSymbol symbol) {

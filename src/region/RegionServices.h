@@ -63,7 +63,7 @@ struct RegionServices {
     const std::vector<std::string>& monthNames();
     const std::vector<std::string>& weekdayNames();
 
-    bool hasDecimalComma() const;
+    bool hasDecimalComma();
     std::string decimalSymbol(icu::DecimalFormatSymbols::ENumberFormatSymbol symbol);
     /// The separator and the currency symbol that typed costs may hold.
     const std::string& groupingSeparator();
@@ -105,6 +105,7 @@ private:
     std::optional<std::vector<std::string>> m_weekdayNames;
     std::map<std::string, std::string, std::less<>> m_patternsOfSkeletons;
     std::unique_ptr<icu::DecimalFormatSymbols> m_decimalSymbols;
+    std::optional<bool> m_hasDecimalComma;
     std::optional<std::string> m_groupingSeparator;
     std::optional<std::string> m_currencySymbol;
     std::map<std::string, std::unique_ptr<icu::DecimalFormat>, std::less<>> m_decimalFormats;

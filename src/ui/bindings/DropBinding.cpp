@@ -1,7 +1,7 @@
 #include "ui/bindings/DropBinding.h"
 
 #include "app/KPXAppDelegate.h"
-#include "core/FileAddress.h"
+#include "files/FileAddress.h"
 #include "ui/views/ReceiptView.h"
 
 #include <QDropEvent>

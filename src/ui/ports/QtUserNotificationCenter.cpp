@@ -92,7 +92,7 @@ void QtUserNotificationCenter::removeDeliveredNotification(const UserNotificatio
         if (standing && standing->phase == Phase::Clicked) {
             Reminder seen = *standing;
             seen.phase = Phase::Waiting;
-            static_cast<void>(m_folder.change(*standing, seen));
+            static_cast<void>(m_folder.change(*standing, seen));  // else its click is handed over once more
         }
         return callAgent("Wake");
     }

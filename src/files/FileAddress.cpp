@@ -1,4 +1,4 @@
-#include "core/FileAddress.h"
+#include "files/FileAddress.h"
 
 #include <charconv>
 #include <string>
