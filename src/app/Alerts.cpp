@@ -66,8 +66,6 @@ void KPXAppDelegate::calledWhenAlertEnds(int returnCode, const std::optional<std
 }
 
 void KPXAppDelegate::dataFolderInUseMsg() {
-    const std::filesystem::path resources = m_ports.bundle.resources();
-    m_strings = LocalizedStrings(resources, languageOfTexts(resources, environment().region.languageCodes()));
     runModalAlert(
         AlertStyle::Informational, localized("Velmora is running already"),
         formatted(localized("Another Velmora works with the data folder\r%@\r\rPlease go on there, or close it "

@@ -20,8 +20,9 @@ std::vector<PopUpButton::Item> numbersUpTo(int last) {
 
 }  // namespace
 
-KPXAppDelegate::KPXAppDelegate(Ports ports)
+KPXAppDelegate::KPXAppDelegate(Ports ports, LocalizedStrings texts)
     : m_ports(ports),
+      m_strings(std::move(texts)),
       m_listSheets{{
           {drugList(),
            &KPXAppDelegate::doAddFromDrugSheet,

@@ -52,8 +52,8 @@ namespace kpx {
 /// Routines that act and may refuse answer true for refused or failed, false for done.
 class KPXAppDelegate : public TableViewDataSource {
 public:
-    /// The ports outlive the application.
-    explicit KPXAppDelegate(Ports ports);
+    /// The ports outlive the application. Without texts it speaks English.
+    explicit KPXAppDelegate(Ports ports, LocalizedStrings texts = {});
 
     Outlets outlets;
 

@@ -98,10 +98,6 @@ void KPXAppDelegate::showHousehold(int selectedTab) {
 }
 
 bool KPXAppDelegate::doInit() {
-    const auto resources = m_ports.bundle.resources();
-    m_strings = LocalizedStrings(resources, languageOfTexts(resources, environment().region.languageCodes()));
-    fillDosagePopUps();
-    fillCostChartSwitch();
     int major = 0;
     int minor = 0;
     getSystemVersion(major, minor);

@@ -14,6 +14,7 @@ namespace kpx {
 namespace {
 
 constexpr std::size_t longestTable = std::size_t{16} << 20;
+constexpr char tableName[] = "Localizable.strings";
 
 struct Placeholder {
     std::size_t length = 0;
@@ -41,8 +42,6 @@ std::filesystem::path folderOfLanguage(const std::filesystem::path& resources, s
     return resources / (std::string(languageCode) + ".lproj");
 }
 
-constexpr char tableName[] = "Localizable.strings";
-
 }  // namespace
 
 LocalizedStrings::LocalizedStrings(const std::filesystem::path& resources, std::string_view languageCode) {
@@ -52,10 +51,14 @@ LocalizedStrings::LocalizedStrings(const std::filesystem::path& resources, std::
     if (!table) {
         return;
     }
+    Table texts;
     for (const auto& [key, value] : *table) {
         if (const Text* text = value.as<Text>(); text && !text->empty()) {
-            m_table.emplace(key.string(), text->string());
+            texts.emplace(key.string(), text->string());
         }
+    }
+    if (!texts.empty()) {
+        m_table = std::make_shared<const Table>(std::move(texts));
     }
 }
 
@@ -64,8 +67,11 @@ std::string LocalizedStrings::operator()(std::string_view key) const {
 }
 
 std::optional<std::string> LocalizedStrings::translation(std::string_view key) const {
-    const auto entry = m_table.find(key);
-    return entry == m_table.end() ? std::nullopt : std::optional(entry->second);
+    if (!m_table) {
+        return std::nullopt;
+    }
+    const auto entry = m_table->find(key);
+    return entry == m_table->end() ? std::nullopt : std::optional(entry->second);
 }
 
 std::string LocalizedStrings::sentence(std::string_view whole, std::initializer_list<std::string_view> arguments,
@@ -87,6 +93,10 @@ std::string languageOfTexts(const std::filesystem::path& resources, const std::v
         best = std::ranges::find_if(languageCodes, hasFolder);
     }
     return best == languageCodes.end() ? languageCodes.front() : *best;
+}
+
+LocalizedStrings textsFor(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes) {
+    return {resources, languageOfTexts(resources, languageCodes)};
 }
 
 std::string formatted(std::string_view format, std::initializer_list<std::string_view> arguments) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,7 +12,7 @@
 namespace kpx {
 
 /// The user-visible texts in the user's language. The English text is the key; it stands where there is
-/// no translation, or an empty one, so that nothing is ever blank.
+/// no translation, or an empty one, so that nothing is ever blank. Copies share one table.
 class LocalizedStrings {
 public:
     LocalizedStrings() = default;
@@ -20,7 +21,7 @@ public:
     LocalizedStrings(const std::filesystem::path& resources, std::string_view languageCode);
 
     /// Whether there is nothing to translate with.
-    bool isEmpty() const { return m_table.empty(); }
+    bool isEmpty() const { return !m_table; }
 
     std::string operator()(std::string_view key) const;
 
@@ -35,12 +36,17 @@ public:
                          std::string glued) const;
 
 private:
-    std::map<std::string, std::string, std::less<>> m_table;
+    using Table = std::map<std::string, std::string, std::less<>>;
+
+    std::shared_ptr<const Table> m_table;  ///< null for none
 };
 
 /// Of the user's languages, best first, the one that texts and manual are shown in: the first that has a table of
 /// translations, else the first that has a folder at all, else the first. REQUIRES: at least one.
 std::string languageOfTexts(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes);
+
+/// The table of that language.
+LocalizedStrings textsFor(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes);
 
 /// The format with its placeholders ("%@", "%d", "%ld") replaced by the arguments, as they are: in order, or "%2$@" by
 /// the second, as translations need. A placeholder without an argument is left empty; "%%" is a percent sign.

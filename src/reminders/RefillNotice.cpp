@@ -45,10 +45,9 @@ RefillNotice refillNotice(const Reminder& standing, int lead, const ReminderFold
         return {};
     }
     const Date date = dateOfDay(day, region);
-    return {.refills = refillsToOrder(
-                history.records, {.day = date, .missed = missed, .lead = lead}, remindedOn(day, reminders),
-                {date, region},
-                LocalizedStrings(sources.resources, languageOfTexts(sources.resources, region.languageCodes())))};
+    return {.refills = refillsToOrder(history.records, {.day = date, .missed = missed, .lead = lead},
+                                      remindedOn(day, reminders), {date, region},
+                                      textsFor(sources.resources, region.languageCodes()))};
 }
 
 LocalDay dayOfDate(Date date, const Region& region) {

@@ -15,27 +15,20 @@
 
 namespace kpx {
 
-namespace {
-
-std::string languageOf(QtPorts& ports) {
-    return languageOfTexts(ports.bundle.resources(), ports.system.region().languageCodes());
-}
-
-}  // namespace
-
 Ports QtPorts::ports() {
     return {alerts, windows, workspace, defaults, notifications, clock, system, web, preview, bundle, files, clipboard};
 }
 
 Application::Application()
-    : m_translations(LocalizedStrings(m_ports.bundle.resources(), languageOf(m_ports)), languageOf(m_ports)),
-      m_delegate(m_ports.ports()) {
+    : m_language(languageOfTexts(m_ports.bundle.resources(), m_ports.system.region().languageCodes())),
+      m_translations(LocalizedStrings(m_ports.bundle.resources(), m_language), m_language),
+      m_delegate(m_ports.ports(), m_translations.texts()) {
     installStyle(*qApp);
     showAppearance(*qApp, m_ports.system.scheme());
     QObject::connect(&m_ports.system, &QtSystemInformation::schemeChanged, qApp,
                      [](const Scheme& scheme) { showAppearance(*qApp, scheme); });
     // Where there is no table the texts are English.
-    m_ports.preview.language = Translations::areInstalled() ? qstring(languageOf(m_ports)) : QStringLiteral("en");
+    m_ports.preview.language = Translations::areInstalled() ? qstring(m_language) : QStringLiteral("en");
     QLocale::setDefault(QLocale(qstring(m_ports.system.region().localeName())));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/velmora.svg")));
 

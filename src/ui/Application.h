@@ -78,6 +78,7 @@ private:
     static void endSoon();
 
     QtPorts m_ports;
+    std::string m_language;  ///< of the texts
     Translations m_translations;
     KPXAppDelegate m_delegate;
     std::optional<MainWindow> m_window;

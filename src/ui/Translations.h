@@ -17,6 +17,7 @@ public:
     explicit TableTranslator(LocalizedStrings table) : m_table(std::move(table)) {}
 
     bool isEmpty() const override { return m_table.isEmpty(); }
+    const LocalizedStrings& table() const { return m_table; }
     QString translate(const char* context, const char* sourceText, const char* disambiguation, int n) const override;
 
 private:
@@ -31,6 +32,9 @@ public:
     ~Translations();
     Translations(const Translations&) = delete;
     Translations& operator=(const Translations&) = delete;
+
+    /// The table, for those who look texts up themselves.
+    const LocalizedStrings& texts() const { return m_ours.table(); }
 
     /// Whether there are any now.
     static bool areInstalled();

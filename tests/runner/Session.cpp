@@ -40,7 +40,9 @@ Session::Session(const test::Surroundings& surroundings, test::EventSink sink)
     : platform(surroundings, sink), m_sink(std::move(sink)) {}
 
 bool Session::start(const std::optional<UserNotification>& launchNotification) {
-    auto application = std::make_unique<KPXAppDelegate>(platform.ports());
+    const Ports ports = platform.ports();
+    auto application = std::make_unique<KPXAppDelegate>(
+        ports, textsFor(ports.bundle.resources(), ports.system.region().languageCodes()));
     if (!application->claimDataFolder()) {
         return false;
     }

@@ -77,10 +77,8 @@ private:
                                  ? Records()
                                  : copyArrayFromDataFile(folders.front() / dataFolderName, prescriptionHistoryFile);
         const Environment environment{clock.now(), system.region()};
-        return refillsToOrder(
-            history.value_or(Records()), days, reminded, environment,
-            LocalizedStrings(bundle.resources(),
-                             languageOfTexts(bundle.resources(), environment.region.languageCodes())));
+        return refillsToOrder(history.value_or(Records()), days, reminded, environment,
+                              textsFor(bundle.resources(), environment.region.languageCodes()));
     }
 };
 
