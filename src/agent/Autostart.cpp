@@ -1,6 +1,7 @@
 #include "agent/Autostart.h"
 
 #include "files/FileReplacement.h"
+#include "region/LocalizedStrings.h"
 #include "reminders/Names.h"
 
 #include <QFile>
@@ -39,13 +40,19 @@ std::string quoted(const std::string& program) {
 
 }  // namespace
 
-std::string autostartEntry(const std::filesystem::path& program) {
-    return "[Desktop Entry]\nType=Application\nName=Velmora Reminders\nTryExec=" + program.string() +
+std::string autostartEntry(const std::filesystem::path& program, const std::filesystem::path& resources) {
+    constexpr auto name = localizable("Velmora Reminders");
+    std::string names = std::string("Name=") + name + "\n";
+    for (const auto& [language, translation] : translationsOf(name, resources)) {
+        names.append("Name[").append(language).append("]=").append(translation).append("\n");
+    }
+    return "[Desktop Entry]\nType=Application\n" + names + "TryExec=" + program.string() +
            "\nExec=" + quoted(program.string()) + " --if-any\nIcon=" + applicationName +
            "\nNoDisplay=true\nTerminal=false\n";
 }
 
-void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& scheduleFolder) {
+void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& resources,
+                  const std::filesystem::path& scheduleFolder) {
     const QString name = QStringLiteral("autostart/") + QLatin1String(agentName) + QStringLiteral(".desktop");
     const std::filesystem::path own =
         std::filesystem::path(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation).toStdString()) /
@@ -64,7 +71,7 @@ void startAtLogin(const std::filesystem::path& program, const std::filesystem::p
         return;
     }
     std::filesystem::create_directories(own.parent_path(), error);
-    if (replaceFile(own, autostartEntry(program))) {
+    if (replaceFile(own, autostartEntry(program, resources))) {
         static_cast<void>(replaceFile(mark, ""));
     }
 }

@@ -5,12 +5,13 @@
 
 namespace kpx {
 
-/// The agent's entry in a folder of programs to be started at login.
-std::string autostartEntry(const std::filesystem::path& program);
+/// The agent's entry in a folder of programs to be started at login, its name in each language that the resources have.
+std::string autostartEntry(const std::filesystem::path& program, const std::filesystem::path& resources);
 
 /// Sees to it that the agent starts at login: where no installed entry does it, one is written to the user's
 /// own autostart folder, once. An entry that the user changed, hid or removed stays as it is; the folder of
 /// the schedule keeps the mark that there was one.
-void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& scheduleFolder);
+void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& resources,
+                  const std::filesystem::path& scheduleFolder);
 
 }  // namespace kpx

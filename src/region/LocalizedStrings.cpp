@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t longestTable = std::size_t{16} << 20;
 constexpr char tableName[] = "Localizable.strings";
+constexpr char folderEnding[] = ".lproj";
 
 struct Placeholder {
     std::size_t length = 0;
@@ -39,7 +40,7 @@ std::optional<Placeholder> leadingPlaceholder(std::string_view text) {
 }
 
 std::filesystem::path folderOfLanguage(const std::filesystem::path& resources, std::string_view languageCode) {
-    return resources / (std::string(languageCode) + ".lproj");
+    return resources / (std::string(languageCode) + folderEnding);
 }
 
 }  // namespace
@@ -97,6 +98,21 @@ std::string languageOfTexts(const std::filesystem::path& resources, const std::v
 
 LocalizedStrings textsFor(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes) {
     return {resources, languageOfTexts(resources, languageCodes)};
+}
+
+std::map<std::string, std::string> translationsOf(std::string_view text, const std::filesystem::path& resources) {
+    std::map<std::string, std::string> translations;
+    std::error_code ended;
+    for (std::filesystem::directory_iterator entry(resources, ended), end; !ended && entry != end;
+         entry.increment(ended)) {
+        const std::string code = entry->path().stem().string();
+        if (entry->path().extension() == folderEnding) {
+            if (auto translation = LocalizedStrings(resources, code).translation(text)) {
+                translations.emplace(code, *std::move(translation));
+            }
+        }
+    }
+    return translations;
 }
 
 std::string formatted(std::string_view format, std::initializer_list<std::string_view> arguments) {

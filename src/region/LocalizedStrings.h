@@ -48,6 +48,9 @@ std::string languageOfTexts(const std::filesystem::path& resources, const std::v
 /// The table of that language.
 LocalizedStrings textsFor(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes);
 
+/// What a text is in each language that has a table with it, by the language's code.
+std::map<std::string, std::string> translationsOf(std::string_view text, const std::filesystem::path& resources);
+
 /// The format with its placeholders ("%@", "%d", "%ld") replaced by the arguments, as they are: in order, or "%2$@" by
 /// the second, as translations need. A placeholder without an argument is left empty; "%%" is a percent sign.
 std::string formatted(std::string_view format, std::initializer_list<std::string_view> arguments);

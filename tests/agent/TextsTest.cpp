@@ -1,5 +1,6 @@
 #include "agent/Autostart.h"
 #include "agent/NotificationServer.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -44,8 +45,23 @@ TEST(AutostartEntry, StartsTheProgramWhateverItsFolderIsCalled) {
     };
     for (const auto& [program, line] : rows) {
         SCOPED_TRACE(program);
-        EXPECT_NE(autostartEntry(program).find(line), std::string::npos) << autostartEntry(program);
+        EXPECT_NE(autostartEntry(program, "").find(line), std::string::npos) << autostartEntry(program, "");
     }
+}
+
+TEST(AutostartEntry, HasItsNameInEachLanguage) {
+    const test::TemporaryFolder resources;
+    const auto write = [&](const char* folder, const char* table) {
+        std::filesystem::create_directories(resources.path() / folder);
+        test::writeFile(resources.path() / folder / "Localizable.strings", table);
+    };
+    write("de.lproj", "\"Velmora Reminders\" = \"Velmora-Erinnerungen\";");
+    write("ar.lproj", "\"Velmora Reminders\" = \"تذكيرات\";");
+    write("nl.lproj", "\"All\" = \"Alle\";");
+    write("old.backup", "\"Velmora Reminders\" = \"Velmora 0\";");
+    const std::string entry = autostartEntry("/usr/bin/v", resources.path());
+    const std::string names = "\nName=Velmora Reminders\nName[ar]=تذكيرات\nName[de]=Velmora-Erinnerungen\nTryExec=";
+    EXPECT_NE(entry.find(names), std::string::npos) << entry;
 }
 
 }  // namespace

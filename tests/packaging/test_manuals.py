@@ -97,6 +97,13 @@ class DesktopFiles(unittest.TestCase):
                 with self.subTest(file=path.name, key=key):
                     self.assertEqual([language for found, language in entries if found == key], LANGUAGES)
 
+    def test_the_agent_is_called_what_the_entry_that_it_writes_itself_calls_it(self):
+        entry = (DESKTOP / "example.velmora.Velmora.Reminders.desktop.in").read_text(encoding="utf-8")
+        for language, name in re.findall(r"^Name\[(\w+)\]=(.+)$", entry, re.MULTILINE):
+            with self.subTest(language=language):
+                entries, _ = read_table(RESOURCES / f"{language}.lproj/Localizable.strings")
+                self.assertEqual(entries["Velmora Reminders"], name)
+
     def test_each_text_of_the_page_has_every_language(self):
         page = (DESKTOP / "example.velmora.Velmora.metainfo.xml").read_text(encoding="utf-8")
         for tag, texts in (("summary", 1), ("p", 2), ("li", 4), ("caption", 4)):

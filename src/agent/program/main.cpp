@@ -52,8 +52,11 @@ int runAgent(int argc, char** argv) {
         return EXIT_SUCCESS;
     }
     SystemClock clock;
-    Agent agent(bus, ReminderFolder(remindersFolder()), clock, refillSources(), regionNow);
-    agent.scheduled = [] { startAtLogin(QCoreApplication::applicationFilePath().toStdString(), remindersFolder()); };
+    const RefillSources sources = refillSources();
+    Agent agent(bus, ReminderFolder(remindersFolder()), clock, sources, regionNow);
+    agent.scheduled = [resources = sources.resources] {
+        startAtLogin(QCoreApplication::applicationFilePath().toStdString(), resources, remindersFolder());
+    };
     if (!bus.registerObject(QString::fromLatin1(agentPath), &agent, QDBusConnection::ExportAllSlots)) {
         return EXIT_FAILURE;
     }
