@@ -32,7 +32,8 @@ class Texts:
     word_lists: list = dataclasses.field(default_factory=list)  # words that are offered side by side
 
     def add(self, key, place, whole=None):
-        if not key.strip() or not re.search(r"[^\W\d_]", re.sub(r"%(\d+\$)?(@|ld|d|\d+|n)", "", key)):
+        # What joins two has no word of its own, and its comma is another one elsewhere.
+        if "%2$" not in key and not re.search(r"[^\W\d_]", re.sub(r"%(\d+\$)?(@|ld|d|\d+|n)", "", key)):
             return
         text = self.found.setdefault(key, Text())
         if place not in text.places:

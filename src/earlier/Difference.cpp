@@ -24,17 +24,15 @@ struct Unequal {
     std::size_t earlier = 0;
 };
 
-void append(std::string& text, const std::string& part) {
-    if (!text.empty()) {
-        text += ", ";
-    }
-    text += part;
+void append(std::string& text, const std::string& part, const LocalizedStrings& localized) {
+    text = text.empty() ? part : formatted(localized("%1$@, %2$@"), {text, part});
 }
 
 void appendCount(std::string& text, const char* sign, std::size_t count, const HouseholdFile& file,
                  const LocalizedStrings& localized) {
     if (count > 0) {
-        append(text, sign + formatted(localized(count == 1 ? file.one : file.several), {std::to_string(count)}));
+        append(text, formatted(localized(count == 1 ? file.one : file.several), {sign + std::to_string(count)}),
+               localized);
     }
 }
 
@@ -98,7 +96,7 @@ std::string differenceText(const std::array<FileDifference, householdFileCount>&
         changed += differences[file].changed;
     }
     if (changed > 0) {
-        append(text, formatted(localized("%@ changed"), {std::to_string(changed)}));
+        append(text, formatted(localized("%@ changed"), {std::to_string(changed)}), localized);
     }
     return text;
 }
