@@ -2,12 +2,14 @@
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/views/DayCalendar.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStyle>
@@ -118,6 +120,20 @@ private Q_SLOTS:
         QCOMPARE(widgetNamed<QAbstractButton>(program.window(), "addBtnTab1")->text(), QStringLiteral("&Add"));
         QCOMPARE(QDialogButtonBox(QDialogButtonBox::Cancel).button(QDialogButtonBox::Cancel)->text().remove(u'&'),
                  QStringLiteral("Cancel"));
+    }
+
+    void theCalendarHasYearAndMonthInTheOrderOfADate() {
+        for (const auto& [language, yearIsFirst] : {std::pair("ja_JP", true), {"de_DE", false}}) {
+            const QLocale before;
+            QLocale::setDefault(QLocale(QLatin1String(language)));
+            DayCalendar calendar;
+            QLocale::setDefault(before);
+            calendar.show();
+            const auto* year = calendar.findChild<QWidget*>(QStringLiteral("qt_calendar_yearbutton"));
+            const auto* month = calendar.findChild<QWidget*>(QStringLiteral("qt_calendar_monthbutton"));
+            QCOMPARE(year->x() < month->x(), yearIsFirst);
+            QVERIFY(!year->geometry().intersects(month->geometry()));
+        }
     }
 
     void aLanguageReadFromTheRightMirrorsTheWindow() {

@@ -6,6 +6,7 @@
 #include "values/Unicode.h"
 
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QLocale>
 #include <QPainter>
 #include <QTextCharFormat>
@@ -99,6 +100,9 @@ DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     setMinimumSize(smallestSize(*this));
     takeColors();
     writeYearInLatinDigits();
+    if (locale().dateFormat(QLocale::LongFormat).startsWith(QLatin1Char('y'))) {
+        putYearFirst();
+    }
     nameParts();
 }
 
@@ -125,6 +129,18 @@ void DayCalendar::writeYearInLatinDigits() {
     const auto writeYear = [button](int year) { button->setText(QString::number(year)); };
     connect(this, &QCalendarWidget::currentPageChanged, button, writeYear);
     writeYear(yearShown());
+}
+
+void DayCalendar::putYearFirst() {
+    auto* month = findChild<QWidget*>(QStringLiteral("qt_calendar_monthbutton"));
+    auto* year = findChild<QWidget*>(QStringLiteral("qt_calendar_yearbutton"));
+    auto* line = month && year ? qobject_cast<QHBoxLayout*>(month->parentWidget()->layout()) : nullptr;
+    if (line) {
+        const int before = line->indexOf(month);
+        const int after = line->indexOf(year);
+        line->insertItem(before, line->takeAt(after));
+        line->insertItem(after, line->takeAt(before + 1));
+    }
 }
 
 void DayCalendar::changeEvent(QEvent* event) {

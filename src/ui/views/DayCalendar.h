@@ -21,6 +21,8 @@ private:
     void nameParts();
     /// As everything else here and in the fields, whatever digits the region's own texts have.
     void writeYearInLatinDigits();
+    /// Where dates begin with it. The toolkit puts the month first everywhere.
+    void putYearFirst();
 };
 
 }  // namespace kpx
