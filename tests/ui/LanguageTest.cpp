@@ -1,7 +1,12 @@
+#include "core/DataFiles.h"
+#include "core/Keys.h"
+#include "core/StoredWords.h"
+#include "schedule/Reminder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/views/AlertBox.h"
 #include "ui/views/DayCalendar.h"
 
 #include <QAbstractButton>
@@ -17,7 +22,9 @@
 #include <QTableView>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
+#include <set>
 
 using namespace kpx;
 using namespace kpx::test;
@@ -61,6 +68,53 @@ QString shownIn(const QTableView& table, const QString& heading) {
     return QStringLiteral("no such column");
 }
 
+void speak(const char* language, const char* locale) {
+    qputenv("LC_ALL", locale);
+    qputenv("LANGUAGE", language);
+}
+
+/// What the words of that key are in the data file.
+std::set<std::string> wordsInFile(std::string_view key) {
+    std::set<std::string> words;
+    const auto history = copyArrayFromDataFile(dataFolder(), prescriptionHistoryFile);
+    for (const Record& fill : history.value_or(Records())) {
+        words.insert(fill.text(key).value_or("none").string());
+    }
+    return words;
+}
+
+/// Takes the word of that place for the newest fill, and gives the text that was shown of it.
+std::string changeNewestFillTo(KPXAppDelegate& delegate, int word) {
+    Outlets& outlets = delegate.outlets;
+    outlets.tableViewTab1.userDoubleClickRow(0);
+    outlets.drugTypeOrMeasureTab1.userChoose(word);
+    const std::string shown = outlets.drugTypeOrMeasureTab1.titleOfSelectedItem().value_or("nothing");
+    outlets.changeBtnTab1.userClick();
+    return shown;
+}
+
+/// Schedules a reminder for the first row that is not due yet, and gives what was put away for the agent.
+std::optional<UserNotification> remindOfRowToCome(Application& program) {
+    KPXAppDelegate& delegate = program.delegate();
+    const std::size_t before = program.ports().notifications.scheduledNotifications().size();
+    delegate.outlets.theTabView.selectTab(Outlets::scheduleTab);
+    delegate.outlets.showBtnTab2.userClick();
+    const Records& rows = delegate.maintDueArrayForTV;
+    const Date now = program.ports().clock.now();
+    const auto toCome = std::ranges::find_if(rows, [&](const Record& row) {
+        const auto next = row.date("nextdate");
+        return next && now < *next;
+    });
+    delegate.outlets.tableViewTab2.userClickRow(static_cast<int>(toCome - rows.begin()));
+    constexpr int remindItem = 1;
+    delegate.respondToContextMenuTab2(remindItem);
+    if (AlertBox* alert = waitForAlert()) {
+        alert->reject();
+    }
+    const auto scheduled = program.ports().notifications.scheduledNotifications();
+    return scheduled.size() == before + 1 ? std::optional(scheduled.back()) : std::nullopt;
+}
+
 }  // namespace
 
 /// The widgets' own texts in the language of a table.
@@ -99,6 +153,44 @@ private Q_SLOTS:
         QCOMPARE(shownIn(table, QStringLiteral("Form")), QStringLiteral("Tablette"));
         QVERIFY(shownIn(table, QStringLiteral("Wer")) != QStringLiteral("no such column"));
         QVERIFY(shownIn(table, QStringLiteral("Arzneimittel")) != QStringLiteral("no such column"));
+    }
+
+    /// One after the other, with the tables that are installed.
+    void languagesShareOneHousehold() {
+        std::optional<UserNotification> reminder;
+        std::set<std::string> texts;
+        int word = 9;  // the household has none of those that follow
+        for (const auto& [language, locale] :
+             {std::pair("de", "de_DE.UTF-8"), {"ar", "ar_EG.UTF-8"}, {"ja", "ja_JP.UTF-8"}}) {
+            speak(language, locale);
+            const auto program = startWithoutSplash();
+            QVERIFY(program);
+            Outlets& outlets = program->delegate().outlets;
+            const std::string stored = storedWords(MHDrugTypeMeasureKey)[static_cast<std::size_t>(++word)];
+            const std::string shown = changeNewestFillTo(program->delegate(), word);
+            QVERIFY2(shown != stored, shown.c_str());
+            QVERIFY(wordsInFile(MHDrugTypeMeasureKey).contains(stored));
+            QVERIFY(!wordsInFile(MHDrugTypeMeasureKey).contains(shown));
+            if (reminder) {
+                program->open(*reminder);
+                const auto prescription = prescriptionFromReminderText(reminder->informativeText);
+                QCOMPARE(outlets.patientPopTab2.titleOfSelectedItem().value_or(""), prescription->patient);
+                QCOMPARE(outlets.drugNamePopTab2.titleOfSelectedItem().value_or(""), prescription->drug);
+                QCOMPARE(outlets.tableViewTab2.numberOfRows(), 1);
+                QVERIFY(program->ports().notifications.scheduledNotifications().empty());
+                outlets.patientPopTab2.userChoose(outlets.patientPopTab2.numberOfItems() - 1);
+            }
+            reminder = remindOfRowToCome(*program);
+            QVERIFY(reminder);
+            QVERIFY(texts.insert(reminder->informativeText).second);
+        }
+        speak("en", "en_US.UTF-8");
+        QCOMPARE(wordsInFile(MHFillTypeKey), (std::set<std::string>{"Initial", "Refill"}));
+        for (const std::string_view key : {MHDrugTypeMeasureKey, MHWhenToTakeDrugKey}) {
+            for (const std::string& inFile : wordsInFile(key)) {
+                QVERIFY2(isStoredWord(key, inFile), inFile.c_str());
+            }
+        }
     }
 
     void theToolkitsOwnTextsAreTheToolkits() {
