@@ -14,6 +14,7 @@
 
 #include <QDir>
 #include <QLocale>
+#include <QMenu>
 #include <QRegularExpression>
 #include <QTableView>
 #include <QTest>
@@ -76,8 +77,9 @@ void writeMadeUpTable() {
 
 }  // namespace
 
-/// Every window and sheet in every language there is, and in a made-up one of
-/// longer texts.
+/// Every window and sheet in every language there is, and in a made-up one of longer texts. With
+/// VELMORA_TEST_PICTURES=FOLDER each is left there as a picture, for those who read a translation back:
+/// FOLDER/<language>/<what it is>.png.
 class TextFitTest : public QObject {
     Q_OBJECT
 
@@ -110,6 +112,7 @@ private Q_SLOTS:
         lookAtAlert();
         lookAtReminder();
         lookAtPreview();
+        lookAtFirstSteps();
         QVERIFY2(m_faults.isEmpty(), qPrintable(QLatin1Char('\n') + m_faults.join(QLatin1Char('\n'))));
     }
 
@@ -120,7 +123,16 @@ private:
         qputenv("LANGUAGE", language.toUtf8());
     }
 
-    void lookAt(const QWidget& window, const QString& where) {
+    static void picture(QWidget& window, const QString& name) {
+        const QString folder = qEnvironmentVariable("VELMORA_TEST_PICTURES");
+        if (!folder.isEmpty()) {
+            const QDir pictures(folder + QLatin1Char('/') + qEnvironmentVariable("LANGUAGE"));
+            QVERIFY(pictures.mkpath(QStringLiteral(".")));
+            QVERIFY(window.grab().save(pictures.filePath(name + QStringLiteral(".png"))));
+        }
+    }
+
+    void lookAt(QWidget& window, const QString& where) {
         // Twice: what a new size brings about may ask for another.
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
@@ -136,10 +148,11 @@ private:
         for (const QString& fault : faultsOf(window)) {
             m_faults.append(where + QStringLiteral(": ") + fault);
         }
+        picture(window, where);
     }
 
     void lookAtSplash() {
-        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->windowType() == Qt::SplashScreen) {
                 lookAt(*widget, QStringLiteral("splash"));
             }
@@ -169,6 +182,9 @@ private:
         }
         outlets.theTabView.selectTab(0);
         lookAtWordsInTable();
+        for (QMenu* menu : window.findChildren<QMenu*>()) {
+            picture(*menu, QStringLiteral("menu ") + menu->objectName());
+        }
     }
 
     void lookAtWordsInTable() {
@@ -187,7 +203,7 @@ private:
     void lookAtSheets() {
         for (SheetDialog* sheet : m_program->window().findChildren<SheetDialog*>()) {
             sheet->open();
-            lookAt(*sheet, QStringLiteral("sheet"));
+            lookAt(*sheet, sheet->objectName());
             sheet->endSheet();
         }
     }
@@ -196,7 +212,7 @@ private:
         for (const char* name : {"thePopOver", "receiptPopover"}) {
             auto* popover = widgetNamed<QWidget>(m_program->window(), name);
             popover->show();
-            lookAt(*popover, QStringLiteral("popover"));
+            lookAt(*popover, QLatin1String(name));
             if (const auto* days = popover->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"))) {
                 lookAtWeekdays(*days);
             }
@@ -228,6 +244,22 @@ private:
                               QStringLiteral("[…]"));
         window.show();
         lookAt(window, QStringLiteral("reminder"));
+    }
+
+    /// A household that is empty yet: the card in place of the history.
+    void lookAtFirstSteps() {
+        m_program.reset();
+        removeHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        m_program->ports().windows.closeSplash();
+        MainWindow& window = m_program->window();
+        QVERIFY(widgetNamed<QWidget>(window, "firstSteps")->isVisible());
+        for (const QSize size : {window.size(), window.minimumSize()}) {
+            window.resize(size);
+            lookAt(window, QStringLiteral("first steps, %1 px").arg(size.width()));
+        }
+        writeSmallHousehold();
     }
 
     void lookAtPreview() {
