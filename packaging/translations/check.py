@@ -19,7 +19,7 @@ from collect import collect, mnemonic
 from table import escaped, read_table
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PLACEHOLDER = re.compile(r"%%|%(?:(\d+)\$)?(@|ld|d)|%(L?\d{1,2}|n)")
+PLACEHOLDER = re.compile(r"%%(?!\d(?!\$))|%(?:(\d+)\$)?(@|ld|d)|%(L?\d{1,2}|n)")
 COLONS = (":", "：")
 # By its form alone a clicked reminder is found again: the first ": " of each line stands before the name.
 REMINDER = "Prescription: %@\r for patient: %@\r is due"
