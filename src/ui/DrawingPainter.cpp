@@ -17,7 +17,6 @@ namespace kpx {
 
 namespace {
 
-constexpr double letterSpacingPercent = 96;
 constexpr double tabStopDistance = 28 * DrawingPainter::unitsPerPoint;
 constexpr int wholeStretch = 100;
 constexpr int narrowestStretch = 62;
@@ -134,7 +133,10 @@ Inks paperInks() {
             .average = QColor(0x8A3A00)};
 }
 
-DrawingPainter::DrawingPainter(double height, Inks inks) : m_height(height), m_inks(std::move(inks)) {}
+Typeface paperTypeface() { return {.family = QStringLiteral("DejaVu Sans"), .letterSpacing = 96}; }
+
+DrawingPainter::DrawingPainter(double height, Inks inks, Typeface typeface)
+    : m_height(height), m_inks(std::move(inks)), m_typeface(std::move(typeface)) {}
 
 void DrawingPainter::paint(QPainter& painter, const std::vector<DrawingOperation>& operations) {
     for (const DrawingOperation& operation : operations) {
@@ -262,7 +264,7 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
         return result;
     }
     QFont& font = result.font;
-    font.setFamily(QStringLiteral("DejaVu Sans"));
+    font.setFamily(m_typeface.family);
     font.setStyleHint(QFont::SansSerif);
     font.setBold(text.font.ends_with("-Bold"));
     font.setUnderline(text.underline);
@@ -271,8 +273,7 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
     if (stretch != wholeStretch) {
         font.setStretch(stretch);
     }
-    // The stand-in runs wider than the named font, and what follows a text stands at a fixed place.
-    font.setLetterSpacing(QFont::PercentageSpacing, letterSpacingPercent);
+    font.setLetterSpacing(QFont::PercentageSpacing, m_typeface.letterSpacing);
     // No ligatures: "office" must be found by a search for its letters. Scripts that cannot be written
     // without shaping are shaped all the same; where marks need it, the letter spacing keeps them away.
     if (!needsShaping) {

@@ -23,6 +23,17 @@ struct Inks {
     const QColor& operator[](Ink ink) const;
 };
 
+/// What stands in for the named fonts.
+struct Typeface {
+    QString family;
+    /// Of a letter's own width, what it takes, in percent.
+    double letterSpacing = 100;
+};
+
+/// DejaVu Sans, which every desktop can install. It runs wider than the named fonts, and what follows a text stands at
+/// a fixed place, so its letters are drawn together.
+Typeface paperTypeface();
+
 /// Black on paper; bars in a light blue that leaves black and the average's brown readable upon it.
 Inks paperInks();
 
@@ -33,8 +44,8 @@ struct CharacterPlace {
 
 /// Puts drawing operations on paper, screen or PDF: the one painter for all of them.
 ///
-/// The named fonts have a stand-in with nearly their look, DejaVu Sans, that every desktop can install.
-/// It is laid out without hinting, so a line breaks nowhere and is as wide on the screen as in print.
+/// The named fonts have stand-ins: for paper one of nearly their look, elsewhere the desktop's own. They are laid out
+/// without hinting, so a line breaks nowhere and is as wide on the screen as in print.
 ///
 /// A text wider than its room is set narrower: by the font's own stretch down to 62 %, beyond that by scaling
 /// its glyphs across, down to 40 %; what is longer still ends in an ellipsis. One that fits is drawn as it is.
@@ -46,7 +57,7 @@ public:
     static constexpr double unitsPerPoint = unitsPerInch / 72.0;
 
     /// `height` in points: operations count from the lower left corner, so it decides where things stand.
-    explicit DrawingPainter(double height, Inks inks = paperInks());
+    explicit DrawingPainter(double height, Inks inks = paperInks(), Typeface typeface = paperTypeface());
 
     /// REQUIRES: the painter's origin is the upper left corner, its unit a tenth of a point.
     void paint(QPainter& painter, const std::vector<DrawingOperation>& operations);
@@ -75,6 +86,7 @@ private:
 
     double m_height;
     Inks m_inks;
+    Typeface m_typeface;
     std::map<std::tuple<std::string, double, bool, bool, int>, Face> m_faces;
 };
 

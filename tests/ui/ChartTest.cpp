@@ -158,6 +158,20 @@ private Q_SLOTS:
         }
     }
 
+    void itsWordsAreInTheDesktopsFont() {
+        const Chart year = chartOf(12, Chart::Shape::Columns, "Month");
+        const auto picture = [&](const char* family) {
+            BarChartView view;
+            QFont font = view.font();
+            font.setFamily(QLatin1String(family));
+            view.setFont(font);
+            show(view, year);
+            return view.viewport()->grab().toImage();
+        };
+        QCOMPARE(picture("DejaVu Sans"), picture("DejaVu Sans"));
+        QVERIFY(picture("DejaVu Sans") != picture("DejaVu Serif"));
+    }
+
     void emptyItSaysWhatToDo() {
         BarChartView view;
         view.setEmptyTitle(QStringLiteral("Nothing yet"));

@@ -112,7 +112,7 @@ void BarChartView::paintEvent(QPaintEvent*) {
                            .y = viewport()->height() - captionHeight() + textSize() * 0.7,
                            .room = width,
                            .alignment = isRightToLeft() ? Alignment::Right : Alignment::Left};
-    DrawingPainter drawing(viewport()->height(), inks);
+    DrawingPainter drawing(viewport()->height(), inks, {.family = QFontInfo(font()).family()});
     drawing.paint(painter, {caption});
     drawing.paint(painter, m_picture.operations);
 }
