@@ -23,9 +23,14 @@ constexpr int narrowestStretch = 62;
 /// Of its own width, what a text keeps at least.
 constexpr double narrowestShare = 0.40;
 
-/// Accents that are characters of their own must be put over their letters.
-bool hasMarks(const QString& text) {
-    return std::ranges::any_of(text, [](QChar character) { return character.isMark() || character.isSurrogate(); });
+/// Accents that are characters of their own must be put over their letters, and the letters of Arabic and its like
+/// joined.
+bool mustBeShaped(const QString& text) {
+    constexpr char16_t firstMark = 0x0300;
+    return std::ranges::any_of(text, [](QChar character) {
+        return character.unicode() >= firstMark &&
+               (character.isMark() || character.isSurrogate() || character.joiningType() != QChar::Joining_None);
+    });
 }
 
 /// Calls `place` for each part of the line between tabs, with its offset from the start; answers the line's width.
@@ -162,7 +167,7 @@ QString DrawingPainter::oneLine(const DrawText& text) {
 }
 
 double DrawingPainter::naturalWidth(const DrawText& text, const QString& line) {
-    const Face& whole = face(text, hasMarks(line), wholeStretch);
+    const Face& whole = face(text, mustBeShaped(line), wholeStretch);
     double width = 0;
     for (const QChar character : line) {
         if (character.unicode() >= whole.advances.size() || character == QLatin1Char('\t')) {
@@ -184,7 +189,7 @@ QRectF DrawingPainter::placeOf(const DrawText& text) {
 
 std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
     const QString line = oneLine(text);
-    const QFont& font = face(text, hasMarks(line), wholeStretch).font;
+    const QFont& font = face(text, mustBeShaped(line), wholeStretch).font;
     std::vector<CharacterPlace> places;
     places.reserve(static_cast<std::size_t>(line.size()));
     const double whole = eachPart(line, font, tabStopDistance, [&](double offset, const QString& part) {
@@ -206,7 +211,7 @@ std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
 
 void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {
     const QString line = oneLine(text);
-    const bool needsShaping = hasMarks(line);
+    const bool needsShaping = mustBeShaped(line);
     painter.setFont(face(text, needsShaping, wholeStretch).font);
     painter.setPen(m_inks[text.ink]);
     const double room = text.room * unitsPerPoint;
@@ -274,8 +279,8 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
         font.setStretch(stretch);
     }
     font.setLetterSpacing(QFont::PercentageSpacing, m_typeface.letterSpacing);
-    // No ligatures: "office" must be found by a search for its letters. Scripts that cannot be written
-    // without shaping are shaped all the same; where marks need it, the letter spacing keeps them away.
+    // No ligatures: "office" must be found by a search for its letters. Where shaping is needed, the letter
+    // spacing of paper keeps them away.
     if (!needsShaping) {
         font.setStyleStrategy(QFont::PreferNoShaping);
     }

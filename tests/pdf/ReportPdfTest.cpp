@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QFont>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QHashSeed>
 #include <QRegularExpression>
@@ -95,6 +97,30 @@ TEST(ReportPdf, LettersAreFoundAsTheyWereWritten) {
         ASSERT_EQ(words.size(), 1U);
         EXPECT_EQ(qstring(words[0]).normalized(QString::NormalizationForm_C),
                   qstring(text).normalized(QString::NormalizationForm_C));
+    }
+}
+
+TEST(ReportPdf, LettersThatJoinAreJoined) {
+    struct Row {
+        const char* what;
+        const char* text;
+        bool isNarrowerJoined;
+    };
+    const std::vector<Row> rows = {{"Arabic", "صيدلية السلام", true},
+                                   {"Arabic in Latin", "Main Street (صيدلية السلام) 12", true},
+                                   {"Hebrew", "בית המרקחת", false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        QFont font(paperTypeface().family);
+        font.setPixelSize(80);
+        font.setHintingPreference(QFont::PreferNoHinting);
+        font.setLetterSpacing(QFont::PercentageSpacing, paperTypeface().letterSpacing);
+        const double joined = QFontMetricsF(font).horizontalAdvance(qstring(row.text));
+        font.setStyleStrategy(QFont::PreferNoShaping);
+        const double apart = QFontMetricsF(font).horizontalAdvance(qstring(row.text));
+        EXPECT_EQ(joined < 0.95 * apart, row.isNarrowerJoined);
+        const DrawText drawn{.text = row.text, .font = "LucidaGrande", .size = 8, .x = 20, .y = 500};
+        EXPECT_NEAR(DrawingPainter(612).placeOf(drawn).width(), joined / DrawingPainter::unitsPerPoint, 0.5);
     }
 }
 
