@@ -13,7 +13,9 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMenuBar>
 #include <QPushButton>
@@ -58,6 +60,20 @@ constexpr char german[] = R"(
     "Calendar" = "Kalender";
     "Filter…" = "Auswahl…";
 )";
+
+/// Where the text of a field begins, in pixels from its left edge.
+int leftmostInk(QLineEdit& field) {
+    const QImage image = field.grab().toImage();
+    const QColor ground = image.pixelColor(image.width() / 2, 1);
+    for (int x = 2; x < image.width() - 2; ++x) {
+        for (int y = 2; y < image.height() - 2; ++y) {
+            if (qAbs(image.pixelColor(x, y).lightness() - ground.lightness()) > 60) {
+                return x;
+            }
+        }
+    }
+    return image.width();
+}
 
 QString shownIn(const QTableView& table, const QString& heading) {
     for (int column = 0; column < table.model()->columnCount(); ++column) {
@@ -247,6 +263,14 @@ private Q_SLOTS:
             const auto& table = *widgetNamed<QTableView>(program->window(), "tableViewTab1");
             QCOMPARE(table.model()->index(0, 9).data().toString(), QStringLiteral("\u200E.80"));
             QVERIFY(!program->window().style()->styleHint(QStyle::SH_UnderlineShortcut));
+            // What is said below a field stands right, in figures and in words.
+            widgetNamed<QTabWidget>(program->window(), "theTabView")->setCurrentIndex(2);
+            for (const char* text : {"12.50", "عدد الوصفات"}) {
+                program->delegate().outlets.howManyDBRecords.setText(text);
+                auto* summary = widgetNamed<QLineEdit>(program->window(), "howManyDBRecords");
+                const int ink = leftmostInk(*summary);
+                QVERIFY(ink > summary->width() / 2 && ink < summary->width());
+            }
         }
         const auto program = startWithoutSplash();
         QVERIFY(program);
