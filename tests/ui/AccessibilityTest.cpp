@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
+#include <QLineEdit>
 #include <QMenu>
 #include <QTabWidget>
 #include <QTest>
@@ -107,9 +108,44 @@ private Q_SLOTS:
         const QDate before = dayShown("dispenseDateTab1");
         accessible(find<QWidget>("dispenseDateTab1"))->valueInterface()->setCurrentValue(2460000);
         QCOMPARE(dayShown("dispenseDateTab1"), before);
+        QCOMPARE(find<QDateTimeEdit>("dispenseDateTab1")->date(), before);
+        accessible(find<QWidget>("totalCostTab1"))->editableTextInterface()->insertText(0, QStringLiteral("5"));
+        accessible(find<QWidget>("scriptNoteTab1"))->setText(QAccessible::Value, QStringLiteral("behind"));
+        for (const char* field : {"totalCostTab1", "scriptNoteTab1"}) {
+            QCOMPARE(find<QLineEdit>(field)->text(), QString());
+        }
+        QCOMPARE(outlets().scriptNoteTab1.text(), std::string());
+        auto* tabs = find<QTabWidget>("theTabView");
+        press(childNamed(accessible(tabs->tabBar()), tabs->tabText(3)));
+        QCOMPARE(tabs->currentIndex(), 0);
+        QCOMPARE(outlets().theTabView.selectedTab(), 0);
+        act(accessible(find<QWidget>("fillTypeTab1")), QAccessibleActionInterface::showMenuAction());
+        QVERIFY(!find<PopUpCombo>("fillTypeTab1")->view()->isVisible());
+        accessible(find<QMenu>("menuFile"))
+            ->child(0)
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(!find<SheetDialog>("theEarlierStatesSheet")->isVisible());
+        QMenu* standing = find<QMenu>("standingReminder");
+        accessible(standing)->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(outlets().standingReminder.indexOfSelectedItem(), 0);
+        QVERIFY(standing->actions().at(0)->isChecked());
         // What lies on the sheet is not.
         press(accessible(find<QWidget>("closeBtnFilterSheet")));
         QTRY_VERIFY(!find<SheetDialog>("theFilterSheetTab1")->isVisible());
+    }
+
+    void whatIsNotSeenIsOutOfReach() {
+        QAccessibleInterface* box = accessible(find<QWidget>("reportsTab4_4"));
+        act(box, QAccessibleActionInterface::toggleAction());
+        QVERIFY(!outlets().reportsTab4.isOn(4));
+        QVERIFY(!find<QAbstractButton>("reportsTab4_4")->isChecked());
+        press(accessible(find<QWidget>("closeBtnFilterSheet")));
+        press(accessible(find<QWidget>("addBtnDrugSheet")));
+        QVERIFY(noAlertShows());
+        find<QTabWidget>("theTabView")->setCurrentIndex(3);
+        act(box, QAccessibleActionInterface::toggleAction());
+        QVERIFY(outlets().reportsTab4.isOn(4));
     }
 
     void aRowIsSelectedLoadedAndHasItsMenu() {
@@ -130,6 +166,19 @@ private Q_SLOTS:
         QTRY_VERIFY(menu->isVisible());
         QCOMPARE(outlets().tableViewTab1.selectedRow(), 4);
         menu->close();
+    }
+
+    void theReceiptButtonHasItsMenu() {
+        QAccessibleInterface* button = accessible(find<QWidget>("dropButton"));
+        QCOMPARE(button->role(), QAccessible::Button);
+        act(button, QAccessibleActionInterface::showMenuAction());
+        auto* menu = find<QMenu>("contextMenuReceipt");
+        QTRY_VERIFY(menu->isVisible());
+        QVERIFY(menu->actions().size() > 1);
+        menu->close();
+        press(button);
+        QTRY_VERIFY(find<PopoverFrame>("receiptPopover")->isVisible());
+        find<PopoverFrame>("receiptPopover")->hide();
     }
 
     void aHeaderSorts() {

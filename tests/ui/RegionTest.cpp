@@ -5,6 +5,7 @@
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
 #include "ui/Conversions.h"
+#include "ui/views/AlertBox.h"
 #include "ui/views/CellText.h"
 #include "ui/views/DayField.h"
 #include "ui/views/RecordTableView.h"
@@ -156,6 +157,9 @@ private Q_SLOTS:
         const Records before = history();
         QTest::mouseClick(button("changeBtnTab1"), Qt::LeftButton);
         QCOMPARE(history().front().text(MHDispenseDateKey), before.front().text(MHDispenseDateKey));
+        AlertBox* alert = waitForAlert();
+        QVERIFY(alert);
+        alert->reject();
         clickRow(*table(), 0, true);
         dispensed()->setDate(QDate(2024, 3, 5));
         QCOMPARE(dispensed()->text(), QStringLiteral("05.03.2024"));

@@ -68,7 +68,7 @@ private Q_SLOTS:
         Outlets& outlets = m_program->delegate().outlets;
         outlets.beginDateForShowTab1.setDate(Date::fromSecondsSince1970(0));
         outlets.endDateForShowTab1.setDate(outlets.dispenseDateTab1.date());
-        button("showBtnTab1")->click();
+        outlets.showBtnTab1.userClick();
         QCOMPARE(header->sortIndicatorSection(), -1);
         QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, patient);
         QCOMPARE(header->sortIndicatorSection(), 0);
@@ -84,7 +84,7 @@ private Q_SLOTS:
         outlets.endDateForShowTab1.setDate(outlets.dispenseDateTab1.date());
         int clicks = 0;
         connect(history(), &RecordTableView::rowClicked, this, [&clicks] { ++clicks; });
-        button("showBtnTab1")->click();
+        outlets.showBtnTab1.userClick();
         QVERIFY(history()->model()->rowCount() < 11);
         QCOMPARE(table().selectedRow(), -1);
         QVERIFY(!history()->selectionModel()->hasSelection());

@@ -1,8 +1,8 @@
 #include "ui/bindings/ButtonBinding.h"
 
 #include "ui/Conversions.h"
+#include "ui/bindings/UserAct.h"
 #include "ui/views/DropButton.h"
-#include "ui/views/Reachable.h"
 #include "ui/views/ReceiptLoader.h"
 #include "ui/views/ReceiptWatch.h"
 
@@ -63,15 +63,6 @@ std::function<void()> clickOf(Button& control, std::function<void()> beforeClick
     };
 }
 
-/// The same where a sheet may lie before the button.
-std::function<void()> clickOf(Button& control, const QWidget& widget, std::function<void()> beforeClick) {
-    return [&widget, click = clickOf(control, std::move(beforeClick))] {
-        if (isReachable(widget)) {
-            click();
-        }
-    };
-}
-
 }  // namespace
 
 void bind(Button& control, QAbstractButton& widget, std::function<void()> beforeClick) {
@@ -83,7 +74,8 @@ void bind(Button& control, QAbstractButton& widget, std::function<void()> before
             widget.setVisible(control.isEnabled());
         }
     };
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, widget, std::move(beforeClick)));
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget,
+                     byUser(control, widget, clickOf(control, std::move(beforeClick))));
 }
 
 void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
@@ -91,7 +83,9 @@ void bind(Button& control, QAction& widget, std::function<void()> beforeClick) {
         showTitle();
         widget.setEnabled(control.isEnabled());
     };
-    QObject::connect(&widget, &QAction::triggered, &widget, clickOf(control, std::move(beforeClick)));
+    const auto& menuOrWindow = *qobject_cast<const QWidget*>(widget.parent());
+    QObject::connect(&widget, &QAction::triggered, &widget,
+                     byUser(control, *menuOrWindow.window(), clickOf(control, std::move(beforeClick))));
 }
 
 void bind(KPXDropButton& control, DropButton& widget, std::function<void()> beforeClick) {
@@ -109,11 +103,12 @@ void bind(KPXDropButton& control, DropButton& widget, std::function<void()> befo
             control.pictureShown();
         }
     });
-    QObject::connect(&widget, &DropButton::contextMenuWanted, &widget, [&widget](const QPoint& position) {
-        if (auto* menu = widget.window()->findChild<QMenu*>(QStringLiteral("contextMenuReceipt"))) {
-            menu->popup(position);
-        }
-    });
+    QObject::connect(&widget, &DropButton::contextMenuWanted, &widget,
+                     byUser(control, widget, [&widget](const QPoint& position) {
+                         if (auto* menu = widget.window()->findChild<QMenu*>(QStringLiteral("contextMenuReceipt"))) {
+                             menu->popup(position);
+                         }
+                     }));
     QObject::connect(watch, &ReceiptWatch::changed, &widget,
                      [watch, loader, &widget] { showReceipt(watch->file(), widget, *loader); });
     control.changed = [&control, &widget, loader, watch] {
@@ -126,7 +121,8 @@ void bind(KPXDropButton& control, DropButton& widget, std::function<void()> befo
         widget.setDragInside(control.dragInside());
         widget.setEnabled(control.isEnabled());
     };
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, clickOf(control, widget, std::move(beforeClick)));
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget,
+                     byUser(control, widget, clickOf(control, std::move(beforeClick))));
 }
 
 }  // namespace kpx

@@ -1,6 +1,7 @@
 #include "ui/bindings/ChoiceMenuBinding.h"
 
 #include "ui/Conversions.h"
+#include "ui/bindings/UserAct.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -27,6 +28,15 @@ void showItems(QMenu& menu, const std::vector<PopUpButton::Item>& items) {
     }
 }
 
+/// The one with the menu bar: a menu is a window of its own.
+const QWidget& windowOf(const QMenu& menu) {
+    const QWidget* around = &menu;
+    while (around->windowType() == Qt::Popup && around->parentWidget()) {
+        around = around->parentWidget();
+    }
+    return *around->window();
+}
+
 }  // namespace
 
 void bind(PopUpButton& control, QMenu& menu) {
@@ -39,9 +49,10 @@ void bind(PopUpButton& control, QMenu& menu) {
         }
         menu.setEnabled(control.isEnabled());
     };
-    QObject::connect(&menu, &QMenu::triggered, &menu, [&control, &menu](QAction* action) {
-        control.userChoose(static_cast<int>(menu.actions().indexOf(action)));
-    });
+    QObject::connect(&menu, &QMenu::triggered, &menu,
+                     byUser(control, windowOf(menu), [&control, &menu](QAction* action) {
+                         control.userChoose(static_cast<int>(menu.actions().indexOf(action)));
+                     }));
 }
 
 }  // namespace kpx

@@ -2,6 +2,7 @@
 
 #include "region/DateUtilities.h"
 #include "ui/Conversions.h"
+#include "ui/bindings/UserAct.h"
 
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
@@ -58,7 +59,8 @@ void bind(DateField& control, QDateTimeEdit& widget, std::function<Environment()
         widget.setEnabled(control.isEnabled());
     };
     QObject::connect(&widget, &QDateTimeEdit::dateChanged, &widget,
-                     [&control, environment](const QDate& day) { userSetDay(control, day, environment()); });
+                     byUser(control, widget,
+                            [&control, environment](const QDate& day) { userSetDay(control, day, environment()); }));
 }
 
 void bind(DateField& control, QCalendarWidget& widget, std::function<Environment()> environment) {

@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/Translations.h"
+#include "ui/bindings/UserAct.h"
 
 #include <QAbstractButton>
 #include <QSignalBlocker>
@@ -40,11 +41,12 @@ void bind(Matrix& control, QWidget& container) {
             continue;
         }
         // Not the click: assistive technology turns a button over without one.
-        QObject::connect(button, &QAbstractButton::toggled, &container, [&control, tag = cell.tag](bool on) {
-            if (control.kind() == Matrix::Kind::Checks || on) {
-                control.userClick(tag, on);
-            }
-        });
+        QObject::connect(button, &QAbstractButton::toggled, &container,
+                         byUser(control, container, [&control, tag = cell.tag](bool on) {
+                             if (control.kind() == Matrix::Kind::Checks || on) {
+                                 control.userClick(tag, on);
+                             }
+                         }));
     }
     control.changed = [&control, &container] {
         showCells(control, container);

@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/Translations.h"
+#include "ui/bindings/UserAct.h"
 #include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
@@ -25,7 +26,7 @@ void bind(TabView& control, QTabWidget& widget) {
         widget.setCurrentIndex(control.selectedTab());
     };
     QObject::connect(&widget, &QTabWidget::currentChanged, &widget,
-                     [&control](int index) { control.selectTab(index); });
+                     byUser(control, widget, [&control](int index) { control.selectTab(index); }));
 }
 
 void bind(Bar& control, QFrame& widget) {

@@ -1,6 +1,7 @@
 #include "ui/bindings/PopUpButtonBinding.h"
 
 #include "ui/Conversions.h"
+#include "ui/bindings/UserAct.h"
 
 #include <QComboBox>
 #include <QSignalBlocker>
@@ -48,7 +49,8 @@ void bind(PopUpButton& control, QComboBox& widget) {
         widget.setEnabled(control.isEnabled());
         widget.update();
     };
-    QObject::connect(&widget, &QComboBox::activated, &widget, [&control](int index) { control.userChoose(index); });
+    QObject::connect(&widget, &QComboBox::activated, &widget,
+                     byUser(control, widget, [&control](int index) { control.userChoose(index); }));
 }
 
 }  // namespace kpx

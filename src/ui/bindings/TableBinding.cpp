@@ -6,6 +6,7 @@
 #include "ui/views/CellText.h"
 #include "ui/views/FindField.h"
 #include "ui/views/GaugeDelegate.h"
+#include "ui/views/Reachable.h"
 #include "ui/views/RecordTableModel.h"
 #include "ui/views/RecordTableView.h"
 
@@ -101,7 +102,9 @@ void bindFind(TableView& control, RecordTableView& widget) {
         *from = control.selectedRow();
     };
     QObject::connect(field, &QLineEdit::textChanged, field, [&control, field, from](const QString& text) {
-        field->showFound(text.isEmpty() || (control.find && control.find(utf8(text), *from)));
+        if (isReachable(*field)) {
+            field->showFound(text.isEmpty() || (control.find && control.find(utf8(text), *from)));
+        }
     });
     QObject::connect(field, &FindField::goOn, field, goOn);
     addShortcut(QKeySequence::Find, widget, [&control, field, from] {

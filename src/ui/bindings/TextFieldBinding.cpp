@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/bindings/TypingFilter.h"
+#include "ui/bindings/UserAct.h"
 
 #include <QGuiApplication>
 #include <QLabel>
@@ -42,16 +43,16 @@ void bind(TextField& control, QLineEdit& widget) {
     if (control.isEditable()) {
         new TypingFilter(control, widget);
         QObject::connect(&widget, &QLineEdit::textEdited, &widget,
-                         [&control](const QString& text) { control.userEdit(utf8(text)); });
+                         byUser(control, widget, [&control](const QString& text) { control.userEdit(utf8(text)); }));
         // Assistive technology sets the text without typing it, mostly from elsewhere.
-        QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&control, &widget] {
+        QObject::connect(&widget, &QLineEdit::textChanged, &widget, byUser(control, widget, [&control, &widget] {
             if (const std::string text = utf8(widget.text()); text != control.text()) {
                 control.userEdit(text);
                 if (!widget.hasFocus()) {
                     control.userEndEditing();
                 }
             }
-        });
+        }));
         QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&control] { control.userEndEditing(); });
     }
 }

@@ -1,7 +1,6 @@
 #include "ui/views/AccessibleChoices.h"
 
 #include "ui/views/PopUpCombo.h"
-#include "ui/views/Reachable.h"
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
@@ -54,7 +53,7 @@ public:
 
     QStringList actionNames() const override { return isSeparator() ? QStringList{} : QStringList{pressAction()}; }
     void doAction(const QString& name) override {
-        if (name == pressAction() && isValid() && !isSeparator() && isReachable(m_combo)) {
+        if (name == pressAction() && isValid() && !isSeparator()) {
             m_combo.chooseItem(m_row);
         }
     }

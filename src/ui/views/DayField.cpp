@@ -1,7 +1,6 @@
 #include "ui/views/DayField.h"
 
 #include "ui/Conversions.h"
-#include "ui/views/Reachable.h"
 #include "values/Unicode.h"
 
 #include <QAccessibleWidget>
@@ -60,7 +59,7 @@ public:
 
     QVariant currentValue() const override { return static_cast<int>(field().date().toJulianDay()); }
     void setCurrentValue(const QVariant& value) override {
-        if (field().isEnabled() && isReachable(field())) {
+        if (field().isEnabled()) {
             field().setDate(QDate::fromJulianDay(value.toInt()));
         }
     }

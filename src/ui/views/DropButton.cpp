@@ -2,6 +2,7 @@
 
 #include "ui/views/DropRing.h"
 
+#include <QAccessibleWidget>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QImage>
@@ -16,9 +17,37 @@ constexpr int inset = 8;
 /// The drawn piece of paper, above the words.
 QRectF sheetIn(const QRect& area) { return {area.center().x() - 13.0, area.center().y() - 40.0, 26, 34}; }
 
+/// A button that has a menu too; the toolkit's own has no act for one that comes by a right click.
+class AccessibleDrop : public QAccessibleWidget {
+public:
+    explicit AccessibleDrop(DropButton* button) : QAccessibleWidget(button, QAccessible::Button) {}
+
+    QStringList actionNames() const override {
+        QStringList names = QAccessibleWidget::actionNames();
+        return widget()->isEnabled() ? QStringList{pressAction(), showMenuAction()} + names : names;
+    }
+    void doAction(const QString& name) override {
+        auto& button = static_cast<DropButton&>(*widget());
+        if (name == pressAction()) {
+            button.click();
+        } else if (name == showMenuAction() && button.isEnabled()) {
+            Q_EMIT button.contextMenuWanted(button.middle());
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+};
+
+QAccessibleInterface* accessibleDrop(const QString&, QObject* object) {
+    auto* button = qobject_cast<DropButton*>(object);
+    return button ? new AccessibleDrop(button) : nullptr;
+}
+
 }  // namespace
 
 DropButton::DropButton(QWidget* parent) : QToolButton(parent) {
+    // A second time changes nothing.
+    QAccessible::installFactory(accessibleDrop);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
@@ -50,8 +79,7 @@ void DropButton::setProblem(Problem problem, const QString& words) {
 }
 
 void DropButton::contextMenuEvent(QContextMenuEvent* event) {
-    Q_EMIT contextMenuWanted(event->reason() == QContextMenuEvent::Mouse ? event->globalPos()
-                                                                         : mapToGlobal(rect().center()));
+    Q_EMIT contextMenuWanted(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : middle());
 }
 
 QSize DropButton::sizeHint() const { return {136, 136}; }

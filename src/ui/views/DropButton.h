@@ -27,6 +27,8 @@ public:
     QSize sizeHint() const override;
     /// Where its words stand while it has no picture to show.
     QRect textArea() const;
+    /// On the screen.
+    QPoint middle() const { return mapToGlobal(rect().center()); }
 
 Q_SIGNALS:
     void contextMenuWanted(const QPoint& globalPosition);

@@ -1,6 +1,7 @@
 #include "ui/views/PopUpCombo.h"
 
 #include "ui/views/AccessibleChoices.h"
+#include "ui/views/Reachable.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
@@ -26,6 +27,9 @@ PopUpCombo::PopUpCombo(QWidget* parent) : QComboBox(parent) {
 }
 
 void PopUpCombo::showPopup() {
+    if (!isReachable(*this)) {
+        return;
+    }
     // Wide enough for the names, within reason.
     constexpr int widest = 520;
     const int contents = view()->sizeHintForColumn(0) + 32;

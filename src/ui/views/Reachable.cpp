@@ -18,6 +18,9 @@ bool liesIn(const QWidget* widget, const QWidget* ancestor) {
 }  // namespace
 
 bool isReachable(const QWidget& widget) {
+    if (!widget.isVisible()) {
+        return false;
+    }
     const QWidget* modal = QApplication::activeModalWidget();
     if (!modal || liesIn(&widget, modal)) {
         return true;
