@@ -90,7 +90,7 @@ private Q_SLOTS:
     void aPopUpThatIsGreyedIsNotChosen() {
         outlets().fillTypeTab1.setEnabled(false);
         press(itemNamed(accessible(find<QWidget>("fillTypeTab1")), QStringLiteral("Refill")));
-        QTest::qWait(50);
+        QCoreApplication::processEvents();
         QCOMPARE(outlets().fillTypeTab1.indexOfSelectedItem(), 0);
         QCOMPARE(find<QComboBox>("fillTypeTab1")->currentIndex(), 0);
     }

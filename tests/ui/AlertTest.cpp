@@ -230,7 +230,7 @@ private Q_SLOTS:
     void aModalAlertAnswersAtOnce() {
         Alert question = alert("A new version is available.");
         question.buttons = {{"Go to web site", "", AlertKey::None}, {"Cancel", "", AlertKey::None}};
-        QTimer::singleShot(200, this, [] { QTest::mouseClick(waitForAlert()->buttons().at(1), Qt::LeftButton); });
+        QTimer::singleShot(0, this, [] { QTest::mouseClick(waitForAlert()->buttons().at(1), Qt::LeftButton); });
         const int code = ports().alerts.runModal(question);
         QCOMPARE(code, 1001);
     }

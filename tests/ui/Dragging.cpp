@@ -64,6 +64,22 @@ QString Drag::drop() {
     return mouse({QStringLiteral("mouseup"), QStringLiteral("1")}) ? line() : QString();
 }
 
+bool moveWindow(QWidget& window, const QPoint& place) {
+    window.move(place);
+    // The toolkit believes at once that it is there; where it really is the mouse tells, put upon a point of it.
+    const QPoint point(5, 5);
+    return QTest::qWaitFor([&] {
+        QProcess process;
+        process.start(QStringLiteral("xdotool"),
+                      {QStringLiteral("mousemove"), QStringLiteral("--window"), QString::number(window.winId()),
+                       QString::number(point.x()), QString::number(point.y()), QStringLiteral("getmouselocation")});
+        process.waitForFinished();
+        const QPoint there = window.mapToGlobal(point);
+        return process.readAllStandardOutput().startsWith(
+            QStringLiteral("x:%1 y:%2 ").arg(there.x()).arg(there.y()).toUtf8());
+    });
+}
+
 bool moveMouseTo(const QWidget& target) { return mouseTo(middle(target)); }
 
 bool clickMouse(const QWidget& target) {

@@ -28,6 +28,8 @@ private:
     bool m_taken = false;
 };
 
+/// Moves the window, and waits until it stands there; false when it never does.
+bool moveWindow(QWidget& window, const QPoint& place);
 /// Moves the real mouse to the middle of the widget.
 bool moveMouseTo(const QWidget& target);
 /// Presses and lets go of its left button there.

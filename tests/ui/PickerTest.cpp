@@ -43,8 +43,7 @@ private Q_SLOTS:
         writeSmallHousehold();
         m_program = startWithoutSplash();
         QVERIFY(m_program);
-        m_program->window().move(100, 100);
-        QTest::qWait(100);
+        QVERIFY(moveWindow(m_program->window(), {100, 100}));
         m_program->delegate().outlets.theTabView.selectTab(0);
     }
     void cleanup() {
@@ -200,9 +199,9 @@ private Q_SLOTS:
     void theCalendarStaysOnTheScreen() {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         MainWindow& window = m_program->window();
-        window.move(screen.bottomRight() - QPoint(window.frameGeometry().width() - 1, window.frameGeometry().height()));
         m_program->delegate().outlets.theTabView.selectTab(3);
-        QTest::qWait(150);
+        QVERIFY(moveWindow(window, screen.bottomRight() -
+                                       QPoint(window.frameGeometry().width() - 1, window.frameGeometry().height())));
         for (const char* trigger : {"popOverTriggerTab4BeginDate", "popOverTriggerTab4EndDate"}) {
             QTest::mouseClick(find<DWKButtonHover>(trigger), Qt::LeftButton);
             QTRY_VERIFY(popover().isVisible());
@@ -213,8 +212,7 @@ private Q_SLOTS:
         m_program->delegate().outlets.theTabView.selectTab(0);
         auto* trigger = find<DWKButtonHover>("popOverTriggerTab1DispenseDate");
         const int inWindow = trigger->mapTo(&window, QPoint(trigger->width(), 0)).x();
-        window.move(screen.right() - inWindow - 20, 300);
-        QTest::qWait(150);
+        QVERIFY(moveWindow(window, {screen.right() - inWindow - 20, 300}));
         QTest::mouseClick(trigger, Qt::LeftButton);
         QTRY_VERIFY(popover().isVisible());
         QVERIFY(screen.contains(popover().frameGeometry()));

@@ -38,8 +38,7 @@ private Q_SLOTS:
         writeSmallHousehold();
         m_program = startWithoutSplash();
         QVERIFY(m_program);
-        m_program->window().move(100, 100);
-        QTest::qWait(100);
+        QVERIFY(moveWindow(m_program->window(), {100, 100}));
     }
     void cleanup() {
         m_program->window().close();
@@ -126,7 +125,6 @@ private Q_SLOTS:
             QVERIFY(drag.over(&dropButton()));
             QVERIFY2(!button().dragInside(), qPrintable(row.addresses.join(QLatin1Char(' '))));
             QCOMPARE(drag.drop(), QStringLiteral("none"));
-            QTest::qWait(50);
             QVERIFY2(!popover().isVisible(), qPrintable(row.addresses.join(QLatin1Char(' '))));
             QVERIFY(button().image().empty());
         }
@@ -307,9 +305,8 @@ private Q_SLOTS:
         OpenedFiles opened((dataFolder() / "Receipts").string());
         m_program = startWithoutSplash();
         QVERIFY(m_program);
-        QTest::qWait(200);
-        QCOMPARE(m_program->window().findChild<QLabel*>(QStringLiteral("contentCount"))->text(),
-                 QStringLiteral("Display Count: 10000"));
+        QTRY_COMPARE(m_program->window().findChild<QLabel*>(QStringLiteral("contentCount"))->text(),
+                     QStringLiteral("Display Count: 10000"));
         QCOMPARE(opened.count(), 0);
         // The watch sees what it should: a row's receipt is read when the row is loaded.
         clickRow(*m_program->window().findChild<QWidget*>(QStringLiteral("tableViewTab1")), 0, true);
