@@ -39,12 +39,14 @@ void KPXAppDelegate::showHelpPage(const std::string& page) {
 void KPXAppDelegate::showAbout() {
     const std::string version = m_ports.bundle.shortVersionString();
     const std::string folder = copyDataFolderURL().value_or("").string();
-    runModalAlert(AlertStyle::Informational, formatted(localized("Velmora %1$@"), {version}),
-                  formatted(localized("Your data lie in %1$@."), {folder}) + "\r\r" +
-                      localized("Velmora is made with Qt (GNU Lesser General Public License, version 3), ICU (Unicode "
-                                "License), Expat (MIT License) and PDFium (BSD License).") +
-                      "\r\r" + localized("No licence has been given for Velmora itself yet."),
-                  localized("OK"));
+    runModalAlert(
+        AlertStyle::Informational, formatted(localized("Velmora %1$@"), {version}),
+        formatted(localized("Your data lie in %1$@."), {folder}) + "\r\r" +
+            localized("Velmora is made with Qt (GNU Lesser General Public License, version 3), ICU (Unicode "
+                      "License), Expat (MIT License), Abseil (Apache License, version 2.0), libseccomp (GNU Lesser "
+                      "General Public License, version 2.1) and PDFium (BSD License).") +
+            "\r\r" + localized("No licence has been given for Velmora itself yet."),
+        localized("OK"));
 }
 
 void KPXAppDelegate::newVersionCheck() {

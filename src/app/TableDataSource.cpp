@@ -77,12 +77,13 @@ void KPXAppDelegate::sortDescriptorsDidChange(TableView& tableView) {
         if (&tableView == &outlets.tableViewEarlierStates) {
             reorder(m_earlierStates, order);
         }
-        // The selection stays with its record: Change and Delete act on the selected row.
-        const int selected = tableView.selectedRow();
-        if (selected >= 0) {
-            const auto moved = std::ranges::find(order, static_cast<std::size_t>(selected));
-            tableView.selectRow(static_cast<int>(moved - order.begin()));
-        }
+        const auto positionNow = [&order](int row) {
+            const auto moved = std::ranges::find(order, static_cast<std::size_t>(row));
+            return row < 0 ? row : static_cast<int>(moved - order.begin());
+        };
+        // The selection and the mark stay with their records: Change and Delete act on the selected row.
+        tableView.selectRow(positionNow(tableView.selectedRow()));
+        tableView.markRow(positionNow(tableView.markedRow()));
     }
     tableView.redrawRows();
 }

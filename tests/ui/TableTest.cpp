@@ -185,6 +185,21 @@ private Q_SLOTS:
         QVERIFY(edge() != history()->palette().color(QPalette::Highlight));
     }
 
+    void aSortMovesTheMarkWithTheFill() {
+        clickRow(*history(), 0, true);
+        button("changeBtnTab1")->click();
+        const auto marked = [this] {
+            return m_program->delegate().maintArrayForTVTab1.at(static_cast<std::size_t>(table().markedRow()));
+        };
+        const int stored = table().markedRow();
+        const Record fill = marked();
+        for (const bool ascending : {true, false}) {
+            table().userSort("dispensedate", ascending);
+            QVERIFY(marked() == fill);
+        }
+        QVERIFY(table().markedRow() != stored);
+    }
+
     void noCellCanBeEdited() {
         clickRow(*history(), 1);
         QVERIFY(!(history()->model()->flags(history()->model()->index(1, 0)) & Qt::ItemIsEditable));
