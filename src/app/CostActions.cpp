@@ -26,6 +26,15 @@ void KPXAppDelegate::respondToShowBtnPane3() {
     showCostChart();
 }
 
+void KPXAppDelegate::clearCosts() {
+    for (TextField* field : {&outlets.totalCostTab3, &outlets.avgMonthlyCostTab3, &outlets.howManyDBRecords}) {
+        field->setText({});
+    }
+    m_costCharts = {};
+    fillCostChartSwitch();
+    showCostChart();
+}
+
 void KPXAppDelegate::showCostChart() {
     outlets.costChart.setChart(m_costCharts.at(static_cast<std::size_t>(outlets.costChartKind.indexOfSelectedItem())));
 }

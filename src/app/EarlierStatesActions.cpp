@@ -1,4 +1,6 @@
 #include "app/KPXAppDelegate.h"
+#include "history/HistoryPredicates.h"
+#include "schedule/RefillSchedule.h"
 
 namespace kpx {
 
@@ -47,19 +49,27 @@ void KPXAppDelegate::bringBackState(const EarlierState& state) {
             localized("Nothing was brought back, because the present state could not be kept."));
         return;
     }
-    fillDosagePopUps();
-    cleanTab1DataEntry();
-    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
-    outlets.tableViewTab1.selectRow(-1);
-    outlets.filterText.setText({});
-    maintDueArrayForTV.clear();
-    outlets.tableViewTab2.reloadData();
+    forgetChoicesAndFigures();
     showHousehold(getPaneLastUsed());
     showEarlierStates();
     if (outcome == BroughtBack::InPart) {
         outlets.earlierStatesMessage.setText(
             localized("Not all of it could be brought back. Whatever was replaced is kept."));
     }
+}
+
+void KPXAppDelegate::forgetChoicesAndFigures() {
+    fillDosagePopUps();
+    cleanTab1DataEntry();
+    setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, false);
+    outlets.tableViewTab1.selectRow(-1);
+    outlets.filterText.setText({});
+    outlets.prescriptoinTypeForShowTab1.selectCellWithTag(scriptTypeAll);
+    outlets.radioBtnTab2.selectCellWithTag(static_cast<int>(ScheduleMode::LatestFill));
+    maintDueArrayForTV.clear();
+    outlets.tableViewTab2.reloadData();
+    clearCosts();
+    outlets.reportsTab4.setAll(false);
 }
 
 void KPXAppDelegate::showUnreadableBar() {

@@ -138,6 +138,8 @@ public:
     void earlierStateSelected();
     void respondToBringBackBtn();
     void bringBackState(const EarlierState& state);
+    /// What is chosen and shown of a household is another household's no more.
+    void forgetChoicesAndFigures();
     /// Names the files whose last reading found them damaged.
     void showUnreadableBar();
 
@@ -263,6 +265,8 @@ public:
     void respondToShowBtnPane3();
     /// The chart that the switch stands on, of what Show found last.
     void showCostChart();
+    /// As before the first Show.
+    void clearCosts();
     void printCostChart();
 
     // ---- Tab 4: reports
