@@ -33,7 +33,7 @@ void KPXAppDelegate::applicationDidFinishLaunching(const std::optional<UserNotif
             m_ports.windows.terminate();
             return;
         }
-        settleFutureTimes(*folder, m_ports.clock.now());
+        EarlierFolder(*folder).settledContents(m_ports.clock.now(), m_ports.clock.now());
     }
     showHousehold(getLastTabUsedFromPrefs());
     setFormattersForInputFields();

@@ -9,12 +9,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <system_error>
 
 namespace kpx {
 namespace {
 
 constexpr std::size_t longestContent = std::size_t{1} << 30;
+
+/// Marks a content that was replaced in the second in which it was written. No clock of ours tells it: a date does not
+/// count so finely.
+constexpr long lastNanosecond = 999'999'999;
 
 std::int64_t wholeSeconds(Date date) { return static_cast<std::int64_t>(std::floor(date.secondsSince1970())); }
 
@@ -72,8 +77,10 @@ HouseholdContents EarlierFolder::contents(Date now) const {
         if (!status) {
             continue;
         }
-        if (status->st_mtim.tv_sec > content->since) {
-            content->until = status->st_mtim.tv_sec;
+        const std::timespec& replaced = status->st_mtim;
+        if (replaced.tv_sec > content->since ||
+            (replaced.tv_sec == content->since && replaced.tv_nsec == lastNanosecond)) {
+            content->until = replaced.tv_sec;
         }
         contents[content->file].push_back(*content);
     }
@@ -84,6 +91,31 @@ HouseholdContents EarlierFolder::contents(Date now) const {
                                       .isPresent = true});
         }
         std::ranges::sort(contents[file], {}, &FileContent::order);
+    }
+    return contents;
+}
+
+HouseholdContents EarlierFolder::settledContents(Date now, Date otherTime) const {
+    HouseholdContents contents = this->contents(now);
+    for (auto& known : contents) {
+        const auto content = std::ranges::find(known, true, &FileContent::isPresent);
+        const auto status = content == known.end() ? std::nullopt : statusOf(present(content->file));
+        if (!status) {
+            continue;
+        }
+        std::int64_t latest = INT64_MIN;
+        for (const FileContent& other : known) {
+            if (!other.isPresent && other.since <= wholeSeconds(now)) {
+                latest = std::max(latest, other.since);
+            }
+        }
+        if (content->since < latest || status->st_mtim.tv_sec > wholeSeconds(now)) {
+            const Date time = std::max(otherTime, Date::fromSecondsSince1970(static_cast<double>(latest)));
+            const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(time)};
+            ::utimensat(AT_FDCWD, present(content->file).c_str(), times, 0);
+            content->since = wholeSeconds(time);
+            std::ranges::sort(known, {}, &FileContent::order);
+        }
     }
     return contents;
 }
@@ -140,21 +172,12 @@ void EarlierFolder::synchronize() const {
 }
 
 void EarlierFolder::setUntil(const FileContent& content, Date replaced) const {
-    const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(replaced)};
+    const bool isInItsSecond = wholeSeconds(replaced) <= content.since;
+    const std::timespec time = isInItsSecond ? std::timespec{content.since, lastNanosecond} : fileTimeOf(replaced);
+    const std::timespec times[] = {{0, UTIME_OMIT}, time};
     ::utimensat(AT_FDCWD, kept(content).c_str(), times, 0);
 }
 
 void EarlierFolder::remove(const FileContent& content) const { ::unlink(kept(content).c_str()); }
-
-void settleFutureTimes(const std::filesystem::path& dataFolder, Date now) {
-    for (const HouseholdFile& file : householdFiles()) {
-        const std::filesystem::path path = dataFolder / file.name;
-        const auto status = statusOf(path);
-        if (status && status->st_mtim.tv_sec > wholeSeconds(now)) {
-            const std::timespec times[] = {{0, UTIME_OMIT}, fileTimeOf(now)};
-            ::utimensat(AT_FDCWD, path.c_str(), times, 0);
-        }
-    }
-}
 
 }  // namespace kpx

@@ -24,6 +24,11 @@ public:
     /// `now` counts as written now; the folder need not exist.
     HouseholdContents contents(Date now) const;
 
+    /// contents(), after every data file whose time cannot be true was given another one: a file that claims to be of
+    /// the future, as after a clock was put right, and one older than a content that was kept before it, as when a
+    /// backup was put back together with its time.
+    HouseholdContents settledContents(Date now, Date otherTime) const;
+
     /// The content's bytes, wherever it stands.
     WholeFile read(const FileContent& content) const;
 
@@ -50,9 +55,5 @@ private:
 
 /// As files count time.
 std::timespec fileTimeOf(Date date);
-
-/// Gives the data files that claim to be of the future, as after a clock was put right, the time of now: each
-/// content has its place among the others.
-void settleFutureTimes(const std::filesystem::path& dataFolder, Date now);
 
 }  // namespace kpx

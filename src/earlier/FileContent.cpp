@@ -62,13 +62,16 @@ std::optional<std::int64_t> instantOfStamp(std::string_view stamp) {
     return instant.time_since_epoch().count();
 }
 
+/// Beyond what any second sees; a number made up by somebody else shall leave room for the next.
+constexpr int highestNumber = 1'000'000;
+
 /// "", "-2", "-3" …; "-1" and "-02" are none of ours.
 std::optional<int> numberOfEnd(std::string_view end) {
     if (end.empty()) {
         return 1;
     }
     const auto number = end.size() > 1 && end.front() == '-' && end[1] != '0' ? digits(end.substr(1)) : std::nullopt;
-    return number && *number >= 2 ? number : std::nullopt;
+    return number && *number >= 2 && *number <= highestNumber ? number : std::nullopt;
 }
 
 }  // namespace

@@ -14,6 +14,11 @@ bool isThere(const std::vector<FileContent>& contents) {
     return std::ranges::any_of(contents, &FileContent::isPresent);
 }
 
+/// What another program put in place is an instant of its own, not of the second in which it is replaced.
+HouseholdContents settled(const EarlierFolder& earlier, Date now) {
+    return earlier.settledContents(now, now.addingSeconds(-1));
+}
+
 void removeSuperfluous(const EarlierFolder& earlier, const HouseholdContents& contents,
                        const Environment& environment) {
     for (const FileContent& content : superfluousContents(contents, environment)) {
@@ -28,7 +33,7 @@ void noteReplacement(HouseholdContents& contents, std::size_t file, const std::o
     std::erase_if(known, [&](const FileContent& content) { return content.isPresent || (kept && content == *kept); });
     if (kept) {
         known.push_back(*kept);
-        known.back().until = since > kept->since ? std::optional(since) : std::nullopt;
+        known.back().until = std::max(since, kept->since);
     }
     known.push_back({.file = file, .since = since, .isPresent = true});
     std::ranges::sort(known, {}, &FileContent::order);
@@ -77,8 +82,7 @@ bool replaceKeepingEarlier(const std::filesystem::path& dataFolder, std::string_
     }
     const std::size_t file = householdFileNamed(fileName);
     const EarlierFolder earlier(dataFolder);
-    settleFutureTimes(dataFolder, environment.now);
-    HouseholdContents contents = earlier.contents(environment.now);
+    HouseholdContents contents = settled(earlier, environment.now);
     std::optional<FileContent> kept;
     if (isThere(contents[file])) {
         kept = earlier.keep(file, replacing == Replacing::Deletion, contents);
@@ -102,8 +106,7 @@ bool replaceKeepingEarlier(const std::filesystem::path& dataFolder, std::string_
 BroughtBack bringBack(const std::filesystem::path& dataFolder, const EarlierState& state,
                       const Environment& environment) {
     const EarlierFolder earlier(dataFolder);
-    settleFutureTimes(dataFolder, environment.now);
-    HouseholdContents contents = earlier.contents(environment.now);
+    HouseholdContents contents = settled(earlier, environment.now);
     auto exchanges = exchangesFor(earlier, contents, state);
     if (!exchanges) {
         return BroughtBack::NotAtAll;

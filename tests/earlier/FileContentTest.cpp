@@ -60,6 +60,7 @@ TEST(KeptContent, HasNoOtherName) {
         "DrugFileForKPX.20240305T170000Z-02",
         "DrugFileForKPX.20240305T170000Z--2",
         "DrugFileForKPX.20240305T170000Z-99999999999",
+        "DrugFileForKPX.20240305T170000Z-2147483647",
         "DrugFileForKPX.20240305T170000Z-2-3",
         "DrugFileForKPX.20240305T170000Z-deleted-2",
         "DrugFileForKPX.20240305T170000Z-deleted-deleted",

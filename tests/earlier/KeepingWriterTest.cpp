@@ -76,6 +76,23 @@ TEST_F(KeepingWriter, CountsTheContentsOfASecondAndMarksDeletions) {
     EXPECT_EQ(states.rows[1].text("difference")->string(), "+3 patients");
 }
 
+TEST_F(KeepingWriter, OffersNothingThatWasReplacedInItsOwnSecondForLaterInstants) {
+    ASSERT_TRUE(write({"Ann"}, at(1, 9)));
+    ASSERT_TRUE(write({"Ann", "Bob"}, at(1, 10)));
+    ASSERT_TRUE(write({"Ann"}, at(1, 10), Replacing::Deletion));
+    ASSERT_TRUE(replaceKeepingEarlier(folder(), drugFile, {.bytes = listOf({"One"})}, Replacing::Change, at(1, 11)));
+    ASSERT_TRUE(replaceKeepingEarlier(folder(), drugFile, {.bytes = listOf({})}, Replacing::Deletion, at(1, 12)));
+    ASSERT_TRUE(write({"Ann", "Cid", "Dan"}, at(1, 13)));
+    ASSERT_TRUE(write({"Ann", "Cid"}, at(5, 9)));
+    // "Ann" alone is not kept; of the two deletions, the one of the drug happened when there was she alone.
+    ASSERT_EQ(namesIn(earlier()), (std::vector<std::string>{"DrugFileForKPX.20240301T110000Z-deleted",
+                                                            "patientFileForKPX.20240301T100000Z-deleted",
+                                                            "patientFileForKPX.20240301T130000Z"}));
+    const EarlierStates states = offered(at(5, 10));
+    ASSERT_EQ(states.rows.size(), 1U);
+    EXPECT_EQ(states.rows[0].integer("patients"), 3);
+}
+
 TEST_F(KeepingWriter, KeepsAContentOnceThoughWritesFail) {
     ASSERT_TRUE(write({"Ann"}, at(5, 9)));
     fs::create_directory(earlier());
@@ -109,9 +126,36 @@ TEST_F(KeepingWriter, NeverReplacesWhatCouldNotBeRead) {
 
 TEST_F(KeepingWriter, GivesFilesFromTheFutureTheTimeOfNow) {
     writeFile(patients(), listOf({"Ann"}));  // by the machine's clock, years after
-    settleFutureTimes(folder(), at(5, 9).now);
+    EarlierFolder(folder()).settledContents(at(5, 9).now, at(5, 9).now);
     ASSERT_TRUE(write({"Bob"}, at(5, 10)));
     EXPECT_EQ(namesIn(earlier()), std::vector<std::string>{"patientFileForKPX.20240305T090000Z"});
+}
+
+TEST_F(KeepingWriter, KeepsAFileFromTheFutureThatCameWhileItRan) {
+    ASSERT_TRUE(write({"Ann"}, at(5, 9)));
+    writeFile(patients(), listOf({"Dan", "Eve"}));  // by the machine's clock, years after
+    ASSERT_TRUE(write({"Bob"}, at(5, 10)));
+    EXPECT_EQ(readFile(earlier() / "patientFileForKPX.20240305T095959Z"), listOf({"Dan", "Eve"}));
+}
+
+TEST_F(KeepingWriter, KeepsABackupThatWasPutBackWithItsTime) {
+    ASSERT_TRUE(write({"Ann"}, at(1, 9)));
+    ASSERT_TRUE(write({"Ann", "Bob"}, at(1, 10)));
+    ASSERT_TRUE(write({"Ann", "Bob", "Cid"}, at(1, 12)));
+    fs::remove(patients());
+    writeFile(patients(), listOf({"Dan", "Eve"}));
+    const std::timespec halfPastNine[] = {{0, UTIME_OMIT}, fileTimeOf(universal(2024, 3, 1, 9, 30))};
+    ASSERT_EQ(::utimensat(AT_FDCWD, patients().c_str(), halfPastNine, 0), 0);
+
+    EarlierStates states = offered(at(15, 9));
+    ASSERT_FALSE(states.rows.empty());
+    ASSERT_EQ(states.rows[0].integer("patients"), 2);
+    ASSERT_EQ(bringBack(folder(), states.states[0], at(15, 9)), BroughtBack::Whole);
+    EXPECT_EQ(readFile(patients()), listOf({"Ann", "Bob"}));
+    EXPECT_EQ(readFile(earlier() / "patientFileForKPX.20240315T085959Z"), listOf({"Dan", "Eve"}));
+    states = offered(at(15, 10));
+    ASSERT_FALSE(states.rows.empty());
+    EXPECT_EQ(states.rows[0].text("difference")->string(), "+2 patients, \u22122 patients");
 }
 
 TEST_F(KeepingWriter, BringsBackAndTakesThatBack) {
