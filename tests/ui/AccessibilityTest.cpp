@@ -4,6 +4,7 @@
 #include "ui/Application.h"
 #include "ui/Conversions.h"
 #include "ui/preview/PreviewWindow.h"
+#include "ui/views/AlertBox.h"
 #include "ui/views/PopUpCombo.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/RecordTableView.h"
@@ -19,6 +20,7 @@
 #include <QMenu>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -133,6 +135,28 @@ private Q_SLOTS:
         // What lies on the sheet is not.
         press(accessible(find<QWidget>("closeBtnFilterSheet")));
         QTRY_VERIFY(!find<SheetDialog>("theFilterSheetTab1")->isVisible());
+    }
+
+    void whatIsFilledInOnASheetIsNotThrownAwayUnasked() {
+        press(
+            itemNamed(accessible(find<QWidget>("patientPopTab1")), qstring(*outlets().patientPopTab1.items().back())));
+        auto* sheet = find<SheetDialog>("thepatientSheet");
+        QTRY_VERIFY(sheet->isVisible());
+        accessible(find<QWidget>("patientCitypatientSheet"))
+            ->setText(QAccessible::Value, QStringLiteral("Springfield"));
+        // The question waits for its answer.
+        bool asked = false;
+        QTimer::singleShot(0, sheet, [&asked] {
+            AlertBox* question = waitForAlert();
+            asked = question != nullptr;
+            if (question) {
+                question->reject();
+            }
+        });
+        QTest::keyClick(sheet, Qt::Key_Escape);
+        QVERIFY(asked);
+        QVERIFY(sheet->isVisible());
+        QCOMPARE(find<QLineEdit>("patientCitypatientSheet")->text(), QStringLiteral("Springfield"));
     }
 
     void whatIsNotSeenIsOutOfReach() {

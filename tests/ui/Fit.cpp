@@ -2,6 +2,7 @@
 
 #include "ui/charts/BarChartView.h"
 #include "ui/views/DropButton.h"
+#include "ui/views/ElidedLabel.h"
 
 #include <QAbstractButton>
 #include <QCalendarWidget>
@@ -118,7 +119,7 @@ private:
     }
 
     void lookAtLabel(const QLabel& label) {
-        if (label.text().isEmpty()) {
+        if (label.text().isEmpty() || qobject_cast<const ElidedLabel*>(&label)) {
             return;
         }
         const QSize given = label.contentsRect().size() - QSize(2 * label.margin(), 2 * label.margin());

@@ -89,6 +89,24 @@ private Q_SLOTS:
         QVERIFY(find<QPushButton>("showBtnTab2")->isEnabled());
     }
 
+    void aLongTextTakesNoMoreRoomThanThereIs() {
+        writeSmallHousehold();
+        start();
+        MainWindow& window = m_program->window();
+        window.resize(window.minimumSize());
+        QTRY_COMPARE(window.width(), window.minimumWidth());
+        const int before = find<QPushButton>("showPrintTableListBtn")->mapTo(&window, QPoint()).x();
+        for (Label* label : {&m_program->delegate().outlets.filterText, &m_program->delegate().outlets.statusText}) {
+            label->setText(std::string(4000, 'w') + " is not found.");
+            auto* shown = find<QLabel>(label->name().c_str());
+            QCoreApplication::processEvents();
+            QVERIFY(shown->width() < window.width());
+            QCOMPARE(shown->text().size(), 4014);
+        }
+        QCOMPARE(window.width(), window.minimumWidth());
+        QCOMPARE(find<QPushButton>("showPrintTableListBtn")->mapTo(&window, QPoint()).x(), before);
+    }
+
     void startsWithTenThousandFills() {
         writeLargeHousehold(10000);
         QElapsedTimer timer;

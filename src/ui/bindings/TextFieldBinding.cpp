@@ -47,6 +47,7 @@ void bind(TextField& control, QLineEdit& widget) {
         // Assistive technology sets the text without typing it, mostly from elsewhere.
         QObject::connect(&widget, &QLineEdit::textChanged, &widget, byUser(control, widget, [&control, &widget] {
             if (const std::string text = utf8(widget.text()); text != control.text()) {
+                widget.setModified(true);
                 control.userEdit(text);
                 if (!widget.hasFocus()) {
                     control.userEndEditing();

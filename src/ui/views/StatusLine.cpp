@@ -25,13 +25,12 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 
 }  // namespace
 
-StatusLine::StatusLine(QWidget* parent) : QLabel(parent) {
+StatusLine::StatusLine(QWidget* parent) : ElidedLabel(parent) {
     static const bool installed = [] {
         QAccessible::installFactory(makeInterface);
         return true;
     }();
     Q_UNUSED(installed);
-    setTextFormat(Qt::PlainText);
 }
 
 }  // namespace kpx

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLabel>
+#include "ui/views/ElidedLabel.h"
 
 namespace kpx {
 
 /// Says what was done last. For assistive technology it is a status bar, and a new text is announced.
-class StatusLine : public QLabel {
+class StatusLine : public ElidedLabel {
     Q_OBJECT
 
 public:
