@@ -75,7 +75,8 @@ void bind(Menu& control, QMenu& widget) {
             // A name in it may hold the character that would mark a mnemonic.
             QAction* action = widget.addAction(translated(item.title).replace(QLatin1Char('&'), QStringLiteral("&&")));
             action->setEnabled(item.enabled);
-            QObject::connect(action, &QAction::triggered, &widget, [&control, index] {
+            QObject::connect(action, &QAction::triggered, &widget, [&control, &widget, index] {
+                widget.hide();  // an act of assistive technology leaves it open
                 if (control.action) {
                     control.action(static_cast<int>(index));
                 }

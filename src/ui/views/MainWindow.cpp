@@ -1,5 +1,6 @@
 #include "ui/views/MainWindow.h"
 
+#include "ui/views/AccessibleWindow.h"
 #include "ui/views/DayCalendar.h"
 #include "ui/views/FoldingForm.h"
 #include "ui/views/PopoverFrame.h"
@@ -54,6 +55,7 @@ void addSheet(QWidget& window) {
 }  // namespace
 
 MainWindow::MainWindow() {
+    installAccessibleWindows();
     Ui::MainWindow().setupUi(this);
     // Leaves room for the title bar.
     constexpr int titleHeight = 32;
