@@ -10,8 +10,8 @@ namespace kpx {
 
 namespace {
 
-/// Below the header, as wide as reports are.
-constexpr ChartFrame chartFrame{.box = {.left = 20, .bottom = 30, .width = 768, .height = 505}, .textSize = 9};
+/// Below the header and as wide as its rule, so no printer cuts the amounts at the right.
+constexpr ChartFrame chartFrame{.box = {.left = 20, .bottom = 30, .width = 705, .height = 505}, .textSize = 9};
 
 }  // namespace
 

@@ -26,6 +26,7 @@
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -70,6 +71,10 @@ TEST_F(PreviewWindowTest, TheDocumentsOfOneActionShareAWindow) {
     EXPECT_EQ(window.document().type, 1);
     auto* tabs = window.findChild<QTabWidget*>();
     EXPECT_EQ(tabs->tabText(3), QStringLiteral("Patient List"));
+    for (int index = 0; index < tabs->count(); ++index) {
+        // Enough of a title to tell it from the others.
+        EXPECT_GT(tabs->tabBar()->tabRect(index).width(), 60) << index;
+    }
     tabs->setCurrentIndex(3);
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Patient List – Print Preview"));
     // Each has a view of its own.

@@ -2,6 +2,7 @@
 
 #include "ui/Conversions.h"
 #include "ui/ReportOutput.h"
+#include "ui/preview/DocumentTabs.h"
 #include "ui/preview/FindBar.h"
 #include "ui/preview/PagesView.h"
 
@@ -9,8 +10,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -24,16 +23,11 @@ PreviewWindow::PreviewWindow(const QPageLayout& layout, QString language, QWidge
     : QMainWindow(parent),
       m_layout(layout),
       m_language(std::move(language)),
-      m_tabs(new QTabWidget),
+      m_tabs(new DocumentTabs),
       m_findBar(new FindBar),
       m_position(new QLabel) {
     setObjectName(QStringLiteral("previewWindow"));
     m_tabs->setAccessibleName(tr("Reports"));
-    m_tabs->setDocumentMode(true);
-    m_tabs->setTabBarAutoHide(true);
-    m_tabs->setTabsClosable(true);
-    m_tabs->setUsesScrollButtons(true);
-    m_tabs->tabBar()->setElideMode(Qt::ElideRight);
     auto* content = new QWidget(this);
     auto* rows = new QVBoxLayout(content);
     rows->setContentsMargins(0, 0, 0, 0);

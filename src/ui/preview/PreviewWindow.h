@@ -14,11 +14,11 @@
 class QAction;
 class QLabel;
 class QPrinter;
-class QTabWidget;
 class QToolBar;
 
 namespace kpx {
 
+class DocumentTabs;
 class FindBar;
 class PagesView;
 
@@ -68,7 +68,7 @@ private:
 
     QPageLayout m_layout;
     QString m_language;
-    QTabWidget* m_tabs = nullptr;
+    DocumentTabs* m_tabs = nullptr;
     FindBar* m_findBar = nullptr;
     QLabel* m_position = nullptr;
     QAction* m_fitWidth = nullptr;
