@@ -284,9 +284,13 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
     if (!needsShaping) {
         font.setStyleStrategy(QFont::PreferNoShaping);
     }
-    const QFontMetricsF metrics(font);
-    for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
-        result.advances[letter] = static_cast<float>(metrics.horizontalAdvance(QChar(static_cast<ushort>(letter))));
+    if (stretch == wholeStretch) {
+        const QFontMetricsF metrics(font);
+        for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
+            // A single letter is measured without the letter spacing.
+            const double advance = metrics.horizontalAdvance(QChar(static_cast<ushort>(letter)));
+            result.advances[letter] = static_cast<float>(advance * m_typeface.letterSpacing / 100);
+        }
     }
     return result;
 }

@@ -72,7 +72,8 @@ public:
     static QString oneLine(const DrawText& text);
 
 private:
-    /// A font, and what its plain letters take in it, in units: adding them up is far faster than laying out.
+    /// A font, and what its plain letters take when it is not stretched, in units: adding them up is far faster than
+    /// laying out.
     struct Face {
         QFont font;
         std::array<float, 128> advances{};

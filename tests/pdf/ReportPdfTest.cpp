@@ -108,7 +108,8 @@ TEST(ReportPdf, LettersThatJoinAreJoined) {
     };
     const std::vector<Row> rows = {{"Arabic", "صيدلية السلام", true},
                                    {"Arabic in Latin", "Main Street (صيدلية السلام) 12", true},
-                                   {"Hebrew", "בית המרקחת", false}};
+                                   {"Hebrew", "בית המרקחת", false},
+                                   {"Latin", "The Office, Main Street 12", false}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         QFont font(paperTypeface().family);
@@ -120,7 +121,8 @@ TEST(ReportPdf, LettersThatJoinAreJoined) {
         const double apart = QFontMetricsF(font).horizontalAdvance(qstring(row.text));
         EXPECT_EQ(joined < 0.95 * apart, row.isNarrowerJoined);
         const DrawText drawn{.text = row.text, .font = "LucidaGrande", .size = 8, .x = 20, .y = 500};
-        EXPECT_NEAR(DrawingPainter(612).placeOf(drawn).width(), joined / DrawingPainter::unitsPerPoint, 0.5);
+        EXPECT_NEAR(DrawingPainter(612).placeOf(drawn).width(),
+                    (row.isNarrowerJoined ? joined : apart) / DrawingPainter::unitsPerPoint, 0.05);
     }
 }
 
@@ -272,6 +274,22 @@ TEST(ReportPdf, WhatFitsIsDrawnAsIfThereWereNoColumns) {
             }
         }
         EXPECT_EQ(inColumns, drawn(report));
+    }
+}
+
+TEST(ReportPdf, ATextThatJustFitsIsDrawnAsItIs) {
+    for (const char* text : {"CVS Pharmacy #4417, Main St", "12/31/2023\t1/2/2024", "Zoë Müller", "東京都千代田区"}) {
+        SCOPED_TRACE(text);
+        Document document = oneLine(text);
+        auto& drawn = std::get<DrawText>(document.pages[0].operations[0]);
+        const auto lastWord = [&] {
+            return wordsOfPdf(reportPdf(document, letter(), QStringLiteral("en")))[0].words.back();
+        };
+        const FoundWord free = lastWord();
+        drawn.room = DrawingPainter(612).placeOf(drawn).width() + 0.01;
+        EXPECT_EQ(lastWord().right, free.right);
+        drawn.room -= 0.5;
+        EXPECT_LT(lastWord().right, free.right);
     }
 }
 
