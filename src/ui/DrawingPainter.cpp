@@ -34,34 +34,21 @@ bool mustBeShaped(const QString& text) {
 }
 
 /// Calls `place` for each part of the line between tabs, with its offset from the start; answers the line's width.
-template <typename Place>
-double eachPart(const QString& line, const QFont& font, double tabDistance, Place place) {
-    const QFontMetricsF metrics(font);
+/// `measure` answers a part's width.
+template <typename Measure, typename Place>
+double eachPart(const QString& line, double tabDistance, Measure measure, Place place) {
     if (!line.contains(QLatin1Char('\t'))) {
         place(0.0, line);
-        return metrics.horizontalAdvance(line);
+        return measure(line);
     }
     double offset = 0;
     double width = 0;
     for (const QString& part : line.split(QLatin1Char('\t'))) {
         place(offset, part);
-        width = offset + metrics.horizontalAdvance(part);
+        width = offset + measure(part);
         offset = (std::floor(width / tabDistance) + 1) * tabDistance;
     }
     return width;
-}
-
-double widthOf(const QString& line, const QFont& font, double tabDistance) {
-    return eachPart(line, font, tabDistance, [](double, const QString&) {});
-}
-
-void drawParts(QPainter& painter, QPointF start, const QString& line, double tabDistance) {
-    if (!line.contains(QLatin1Char('\t'))) {
-        painter.drawText(start, line);
-        return;
-    }
-    eachPart(line, painter.font(), tabDistance,
-             [&](double offset, const QString& part) { painter.drawText(start + QPointF(offset, 0), part); });
 }
 
 /// The characters of a part between tabs, in the order of reading, whichever way they are written. Each reaches to the
@@ -144,6 +131,7 @@ DrawingPainter::DrawingPainter(double height, Inks inks, Typeface typeface)
     : m_height(height), m_inks(std::move(inks)), m_typeface(std::move(typeface)) {}
 
 void DrawingPainter::paint(QPainter& painter, const std::vector<DrawingOperation>& operations) {
+    m_fontInUse = nullptr;
     for (const DrawingOperation& operation : operations) {
         if (const auto* text = std::get_if<DrawText>(&operation)) {
             paintText(painter, *text);
@@ -166,20 +154,35 @@ QString DrawingPainter::oneLine(const DrawText& text) {
     return line;
 }
 
-double DrawingPainter::naturalWidth(const DrawText& text, const QString& line) {
-    const Face& whole = face(text, mustBeShaped(line), wholeStretch);
+double DrawingPainter::Face::widthOf(const QString& part) const {
     double width = 0;
-    for (const QChar character : line) {
-        if (character.unicode() >= whole.advances.size() || character == QLatin1Char('\t')) {
-            return widthOf(line, whole.font, tabStopDistance);
+    for (const QChar character : part) {
+        if (character.unicode() >= advances.size()) {
+            return QFontMetricsF(font).horizontalAdvance(part);
         }
-        width += whole.advances[character.unicode()];
+        width += advances[character.unicode()];
     }
     return width;
 }
 
+double DrawingPainter::Face::widthOfLine(const QString& line) const {
+    return eachPart(
+        line, tabDistance, [this](const QString& part) { return widthOf(part); }, [](double, const QString&) {});
+}
+
+void DrawingPainter::Face::draw(QPainter& painter, QPointF start, const QString& line) const {
+    if (!line.contains(QLatin1Char('\t'))) {
+        painter.drawText(start, line);
+        return;
+    }
+    eachPart(
+        line, tabDistance, [this](const QString& part) { return widthOf(part); },
+        [&](double offset, const QString& part) { painter.drawText(start + QPointF(offset, 0), part); });
+}
+
 QRectF DrawingPainter::placeOf(const DrawText& text) {
-    const double natural = naturalWidth(text, oneLine(text)) / unitsPerPoint;
+    const QString line = oneLine(text);
+    const double natural = face(text, mustBeShaped(line), wholeStretch).widthOfLine(line) / unitsPerPoint;
     const double width = text.room > 0 ? std::min(natural, text.room) : natural;
     const double left = startOf(text, width * unitsPerPoint) / unitsPerPoint;
     const double ascent = 0.93 * text.size;
@@ -189,15 +192,17 @@ QRectF DrawingPainter::placeOf(const DrawText& text) {
 
 std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
     const QString line = oneLine(text);
-    const QFont& font = face(text, mustBeShaped(line), wholeStretch).font;
+    const Face& drawn = face(text, mustBeShaped(line), wholeStretch);
     std::vector<CharacterPlace> places;
     places.reserve(static_cast<std::size_t>(line.size()));
-    const double whole = eachPart(line, font, tabStopDistance, [&](double offset, const QString& part) {
-        if (offset > 0) {
-            places.push_back({offset, offset});  // the tab before the part
-        }
-        appendCharacters(part, font, offset, places);
-    });
+    const double whole = eachPart(
+        line, drawn.tabDistance, [&](const QString& part) { return drawn.widthOf(part); },
+        [&](double offset, const QString& part) {
+            if (offset > 0) {
+                places.push_back({offset, offset});  // the tab before the part
+            }
+            appendCharacters(part, drawn.font, offset, places);
+        });
     const double shown = placeOf(text).width() * unitsPerPoint;
     const double share = whole > 0 ? std::clamp(shown / whole, narrowestShare, 1.0) : 1;
     // What an ellipsis stands for is the end of the text, at the left where it is written from the right.
@@ -212,22 +217,25 @@ std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
 void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {
     const QString line = oneLine(text);
     const bool needsShaping = mustBeShaped(line);
-    painter.setFont(face(text, needsShaping, wholeStretch).font);
-    painter.setPen(m_inks[text.ink]);
+    const Face& whole = face(text, needsShaping, wholeStretch);
     const double room = text.room * unitsPerPoint;
-    const double width = room > 0 || text.alignment != Alignment::Left ? naturalWidth(text, line) : 0;
+    const double width = room > 0 || text.alignment != Alignment::Left ? whole.widthOfLine(line) : 0;
+    painter.setPen(m_inks[text.ink]);
     if (room > 0 && width > room) {
         paintNarrowed(painter, text, line, needsShaping, room);
-    } else {
-        drawParts(painter, {startOf(text, width), fromTop(text.y)}, line, tabStopDistance);
+        return;
     }
+    // A painter looks the font up anew for each text when it is told the same one again.
+    if (m_fontInUse != &whole) {
+        painter.setFont(whole.font);
+        m_fontInUse = &whole;
+    }
+    whole.draw(painter, {startOf(text, width), fromTop(text.y)}, line);
 }
 
 void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping,
                                    double room) {
-    const auto widthAt = [&](int stretch) {
-        return widthOf(line, face(text, needsShaping, stretch).font, tabStopDistance * stretch / wholeStretch);
-    };
+    const auto widthAt = [&](int stretch) { return face(text, needsShaping, stretch).widthOfLine(line); };
     // PDFs round the advances of glyphs, which adds up over a text.
     room -= 0.3 * unitsPerPoint;
     int stretch =
@@ -236,23 +244,23 @@ void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, cons
     while (stretch > narrowestStretch && widthAt(stretch) > room) {
         --stretch;
     }
-    const QFont& narrow = face(text, needsShaping, stretch).font;
+    const Face& narrow = face(text, needsShaping, stretch);
     QString fitting = line;
     double width = widthAt(stretch);
     const double least = narrowestShare * wholeStretch / stretch;
     const double share = std::clamp(room / width, least, 1.0);
     if (width * share > room * 1.001) {
         fitting.replace(QLatin1Char('\t'), QLatin1Char(' '));
-        fitting = QFontMetricsF(narrow).elidedText(fitting, Qt::ElideRight, room / share);
-        width = widthOf(fitting, narrow, tabStopDistance);
+        fitting = QFontMetricsF(narrow.font).elidedText(fitting, Qt::ElideRight, room / share);
+        width = narrow.widthOfLine(fitting);
     }
     painter.save();
-    painter.setFont(narrow);
+    painter.setFont(narrow.font);
     painter.translate(startOf(text, width * share), fromTop(text.y));
     if (share < 1) {
         painter.scale(share, 1);
     }
-    drawParts(painter, {0, 0}, fitting, tabStopDistance * stretch / wholeStretch);
+    narrow.draw(painter, {0, 0}, fitting);
     painter.restore();
 }
 
@@ -284,13 +292,12 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
     if (!needsShaping) {
         font.setStyleStrategy(QFont::PreferNoShaping);
     }
-    if (stretch == wholeStretch) {
-        const QFontMetricsF metrics(font);
-        for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
-            // A single letter is measured without the letter spacing.
-            const double advance = metrics.horizontalAdvance(QChar(static_cast<ushort>(letter)));
-            result.advances[letter] = static_cast<float>(advance * m_typeface.letterSpacing / 100);
-        }
+    result.tabDistance = tabStopDistance * stretch / wholeStretch;
+    const QFontMetricsF metrics(font);
+    for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
+        // A single letter is measured without the letter spacing.
+        const double advance = metrics.horizontalAdvance(QChar(static_cast<ushort>(letter)));
+        result.advances[letter] = static_cast<float>(advance * m_typeface.letterSpacing / 100);
     }
     return result;
 }

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPointF>
 #include <QRectF>
 #include <QString>
 
@@ -72,13 +73,18 @@ public:
     static QString oneLine(const DrawText& text);
 
 private:
-    /// A font, and what its plain letters take when it is not stretched, in units: adding them up is far faster than
-    /// laying out.
+    /// A font, and what its plain letters take in it, in units: adding them up is far faster than laying out.
     struct Face {
         QFont font;
+        double tabDistance = 0;
         std::array<float, 128> advances{};
+
+        /// Of a text without tabs.
+        double widthOf(const QString& part) const;
+        double widthOfLine(const QString& line) const;
+        /// REQUIRES: the painter has its font.
+        void draw(QPainter& painter, QPointF start, const QString& line) const;
     };
-    double naturalWidth(const DrawText& text, const QString& line);
     void paintText(QPainter& painter, const DrawText& text);
     void paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping, double room);
     void paintLine(QPainter& painter, const DrawLine& line) const;
@@ -89,6 +95,8 @@ private:
     Inks m_inks;
     Typeface m_typeface;
     std::map<std::tuple<std::string, double, bool, bool, int>, Face> m_faces;
+    /// The one that the painter at work has; null where that is not known.
+    const Face* m_fontInUse = nullptr;
 };
 
 }  // namespace kpx

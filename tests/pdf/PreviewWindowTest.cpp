@@ -171,6 +171,68 @@ TEST_F(PreviewWindowTest, SavesAllIntoAFolderAndAsksBeforeItReplaces) {
     EXPECT_TRUE(window.isAllKept());
 }
 
+TEST_F(PreviewWindowTest, SaysWhichOfAllCouldNotBeSaved) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QTemporaryDir folder;
+    preview.open(exampleReport(6, 2));
+    PreviewWindow& window = open(4, 1);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Drug List.pdf")));  // where no file can be put
+    QString told;
+    Qt::TextFormat format = Qt::AutoText;
+    QTimer::singleShot(0, &window, [&] {
+        auto* dialog = window.findChild<QFileDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
+        QTimer::singleShot(0, &window, [&] {
+            auto* question = window.findChild<QMessageBox*>();
+            ASSERT_NE(question, nullptr);
+            QTimer::singleShot(0, &window, [&, question] {
+                for (auto* box : window.findChildren<QMessageBox*>()) {
+                    if (box != question) {
+                        told = box->text();
+                        format = box->textFormat();
+                        box->accept();
+                    }
+                }
+            });
+            for (QAbstractButton* button : question->buttons()) {
+                if (question->buttonRole(button) == QMessageBox::DestructiveRole) {
+                    button->click();
+                    return;
+                }
+            }
+        });
+        static_cast<QDialog*>(dialog)->accept();
+    });
+    window.findChild<QAction*>(QStringLiteral("saveAllCommand"))->trigger();
+    EXPECT_TRUE(told.contains(QStringLiteral("Drug List.pdf")));
+    EXPECT_FALSE(told.contains(QStringLiteral("Patient List.pdf")));
+    EXPECT_EQ(format, Qt::PlainText);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"Patient List.pdf"});
+    EXPECT_FALSE(window.isAllKept());
+}
+
+TEST_F(PreviewWindowTest, PrintsAllIntoOneFile) {
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("all.pdf"));
+    preview.open(exampleReport(6, 46));
+    PreviewWindow& window = open(4, 1);
+    QTimer::singleShot(0, &window, [&] {
+        auto* dialog = window.findChild<QPrintDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        // Pages are counted within a document, so a range of them would say nothing.
+        EXPECT_FALSE(dialog->testOption(QAbstractPrintDialog::PrintPageRange));
+        dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+        dialog->printer()->setOutputFileName(name);
+        dialog->done(QDialog::Accepted);
+    });
+    window.findChild<QAction*>(QStringLiteral("printAllCommand"))->trigger();
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(wordsOfPdf(file.readAll()).size(), 3U);
+    EXPECT_TRUE(window.isAllKept());
+}
+
 TEST_F(PreviewWindowTest, SavesTheLanguageOfTheTexts) {
     const QTemporaryDir folder;
     preview.language = QStringLiteral("sv");
