@@ -6,7 +6,7 @@ packaging="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 mkdir -p "${1:-$packaging/../build}"
 folder="$(cd "${1:-$packaging/../build}" && pwd)"
 
-"$packaging/install-missing.sh" build window package
+"$packaging/install-missing.sh" build window package >&2
 scratch="$(mktemp -d)"
 trap 'rm -rf "$scratch"' EXIT
 
