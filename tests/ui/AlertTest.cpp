@@ -1,5 +1,6 @@
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/style/Appearance.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/SheetDialog.h"
 
@@ -180,23 +181,33 @@ private Q_SLOTS:
                     {lines, ""},
                     {std::string(9000, 'M'), std::string(9000, 'i')},
                     {"Refused", std::string(9000, ' ') + std::string(3000, '\r') + "end"}};
+        bool dark = false;
         for (const auto& row : rows) {
             Alert large = alert("");
             large.messageText = row.message;
             large.informativeText = row.informative;
             large.buttons.push_back({"Cancel", "", AlertKey::Escape});
+            // As when the desktop turns dark this very moment: other events then come between those of the box.
+            dark = !dark;
+            showAppearance(*qApp, {.dark = dark});
             begin(large);
             AlertBox* box = waitForAlert();
             QVERIFY(box);
             const QRect room = box->screen()->availableGeometry();
             QTRY_VERIFY2(room.width() >= box->frameGeometry().width() && room.height() >= box->frameGeometry().height(),
                          qPrintable(QString::number(box->height())));
-            for (QAbstractButton* button : box->buttons()) {
-                QVERIFY(box->rect().contains(QRect(button->mapTo(box, QPoint()), button->size())));
-            }
-            // All of it can be read.
             auto* scroll = box->findChild<QScrollArea*>();
             QVERIFY(scroll);
+            const auto placeOf = [box](const QWidget* widget) {
+                return QRect(widget->mapTo(box, QPoint()), widget->size());
+            };
+            QTRY_VERIFY(box->rect().contains(placeOf(scroll)));
+            for (const QAbstractButton* button : box->buttons()) {
+                QVERIFY(box->rect().contains(placeOf(button)));
+                QVERIFY2(!placeOf(scroll).intersects(placeOf(button)), "the text covers the button");
+            }
+            QTRY_VERIFY2(room.contains(box->frameGeometry()), "a part is outside the screen");
+            // All of it can be read.
             QScrollBar* bar = scroll->verticalScrollBar();
             QTRY_VERIFY(bar->maximum() > 0);
             QVERIFY(bar->maximum() + scroll->viewport()->height() >=

@@ -111,7 +111,18 @@ void AlertBox::showEvent(QShowEvent* event) {
     const int most = screen()->availableGeometry().height() - roomForFrame;
     if (height() > most && !m_scroll) {
         scrollTexts(most);
+        moveIntoScreen();
     }
+}
+
+void AlertBox::moveIntoScreen() {
+    const QRect room = screen()->availableGeometry().adjusted(0, roomForFrame / 2, 0, -roomForFrame / 2);
+    QRect place(QPoint(), size());
+    place.moveCenter(parentWidget() ? parentWidget()->window()->geometry().center() : room.center());
+    place.moveRight(qMin(place.right(), room.right()));
+    place.moveBottom(qMin(place.bottom(), room.bottom()));
+    place.moveTo(qMax(place.left(), room.left()), qMax(place.top(), room.top()));
+    move(place.topLeft());
 }
 
 void AlertBox::scrollTexts(int most) {
@@ -148,6 +159,10 @@ void AlertBox::scrollTexts(int most) {
     m_scroll->setFixedHeight(qMax(fewLines, most - (height() - textHeight)));
     m_scroll->setMinimumWidth(textWidth + bar);
     grid->addWidget(m_scroll, row, column, body ? 2 : 1, columns);
+    // At once: the box takes the size of what is visible when it is next laid out.
+    m_scroll->show();
+    QEvent layoutRequest(QEvent::LayoutRequest);
+    event(&layoutRequest);
 }
 
 void AlertBox::keyPressEvent(QKeyEvent* event) {

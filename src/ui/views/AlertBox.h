@@ -35,6 +35,7 @@ private:
     void addButtons(const Alert& alert);
     /// Puts the texts where they can be scrolled, so that the box is at most that high.
     void scrollTexts(int most);
+    void moveIntoScreen();
 
     std::vector<QAbstractButton*> m_buttons;
     int m_escapeIndex;
