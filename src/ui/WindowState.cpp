@@ -1,5 +1,6 @@
 #include "ui/WindowState.h"
 
+#include "ui/SettingsFile.h"
 #include "ui/views/MainWindow.h"
 #include "ui/views/RecordTableView.h"
 
@@ -24,7 +25,7 @@ const QString fileName = QStringLiteral("/window.ini");
 }  // namespace
 
 void restoreWindowState(MainWindow& window) {
-    const QSettings state(stateFolder() + fileName, QSettings::IniFormat);
+    const QSettings state(settingsFile(stateFolder() + fileName), QSettings::IniFormat);
     window.restoreGeometry(state.value(geometryKey).toByteArray());
     for (RecordTableView* table : window.findChildren<RecordTableView*>()) {
         table->restoreColumns(state.value(table->objectName()).toByteArray());
@@ -33,7 +34,7 @@ void restoreWindowState(MainWindow& window) {
 
 void saveWindowState(MainWindow& window) {
     QDir().mkpath(stateFolder());
-    QSettings state(stateFolder() + fileName, QSettings::IniFormat);
+    QSettings state(settingsFile(stateFolder() + fileName), QSettings::IniFormat);
     state.setValue(geometryKey, window.saveGeometry());
     for (const RecordTableView* table : window.findChildren<RecordTableView*>()) {
         if (const QByteArray columns = table->savedColumns(); !columns.isEmpty()) {

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -25,6 +26,8 @@
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
+
+#include <sys/stat.h>
 
 #include <functional>
 #include <memory>
@@ -274,6 +277,30 @@ private Q_SLOTS:
         m_program->window().close();
         m_program.reset();
         QVERIFY(QDir().rmdir(folder + QStringLiteral("/window.ini")));
+    }
+
+    void whatIsNoSettingsFileHoldsUpNobody() {
+        writeSmallHousehold();
+        const auto makePipe = [](const QString& file) { return ::mkfifo(qPrintable(file), S_IRUSR | S_IWUSR) == 0; };
+        const auto makeHuge = [](const QString& file) {
+            QFile huge(file);
+            return huge.open(QIODevice::WriteOnly) && huge.resize(qint64{1} << 40);
+        };
+        for (const QString& name : {qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/Velmora/Velmora.ini"),
+                                    qEnvironmentVariable("XDG_STATE_HOME") + QStringLiteral("/Velmora/window.ini")}) {
+            for (const std::function<bool(const QString&)>& make : {std::function(makePipe), std::function(makeHuge)}) {
+                QVERIFY(QDir().mkpath(QFileInfo(name).path()));
+                QFile::remove(name);
+                QVERIFY(make(name));
+                const qint64 size = QFileInfo(name).size();
+                start();
+                QVERIFY(m_program->window().isVisible());
+                m_program->window().close();
+                m_program.reset();
+                QCOMPARE(QFileInfo(name).size(), size);
+                QVERIFY(QFile::remove(name));
+            }
+        }
     }
 
     void thePreviewsLetTheProgramQuit() {

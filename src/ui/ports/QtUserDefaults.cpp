@@ -1,14 +1,15 @@
 #include "ui/ports/QtUserDefaults.h"
 
 #include "ui/Conversions.h"
+#include "ui/SettingsFile.h"
 
 #include <QStandardPaths>
 
 namespace kpx {
 
 QtUserDefaults::QtUserDefaults()
-    : m_settings(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-                     QStringLiteral("/Velmora/Velmora.ini"),
+    : m_settings(settingsFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                              QStringLiteral("/Velmora/Velmora.ini")),
                  QSettings::IniFormat) {}
 
 std::int64_t QtUserDefaults::integer(const std::string& key) {
