@@ -9,7 +9,6 @@ void KPXAppDelegate::showEarlierStates() {
     EarlierStates offered = folder ? earlierStatesOf(*folder, environment(), m_strings) : EarlierStates{};
     m_earlierStates = std::move(offered.states);
     earlierStatesArrayForTV = std::move(offered.rows);
-    outlets.tableViewEarlierStates.selectRow(-1);
     outlets.tableViewEarlierStates.reloadData();
     outlets.earlierStatesMessage.setText({});
     earlierStateSelected();

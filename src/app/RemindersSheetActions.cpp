@@ -20,7 +20,6 @@ void KPXAppDelegate::reloadReminders() {
         remindersArrayForTV.push_back(reminderRow(reminder.informativeText, reminder.deliveryDate));
     }
     sortByDescriptors(remindersArrayForTV, {{"when", true, Comparison::Plain}}, environment());
-    outlets.tableViewReminders.selectRow(-1);
     outlets.tableViewReminders.reloadData();
     outlets.removeReminderBtn.setEnabled(false);
 }

@@ -172,7 +172,7 @@ std::optional<Data> dataFromXml(std::string_view text) {
             bytes.push_back(static_cast<std::uint8_t>(bits >> unused));
         }
     }
-    const bool isWhole = digits % 4 == 0 ? padding == 0 : digits % 4 != 1 && (digits + padding) % 4 == 0 && padding < 3;
+    const bool isWhole = digits % 4 != 1 && padding == (4 - digits % 4) % 4;
     return isWhole ? std::optional(Data(std::move(bytes))) : std::nullopt;
 }
 

@@ -60,13 +60,11 @@ std::optional<Reference> referenceOf(const Data& bookmark, const std::filesystem
     }
     const auto inode = wholeNumber(*fields, inodeField);
     const auto size = wholeNumber(*fields, sizeField);
-    Reference reference{.path = std::string(pathBytes->bytes().begin(), pathBytes->bytes().end()),
-                        .identity = {inode.value_or(0), size.value_or(0)},
-                        .fingerprint = wholeNumber(*fields, fingerprintField)};
-    if (!inode || !size || !isAllowed(reference.path, dataFolder)) {
+    const std::filesystem::path named = std::string(pathBytes->bytes().begin(), pathBytes->bytes().end());
+    if (!inode || !size || !isAllowed(named, dataFolder)) {
         return std::nullopt;
     }
-    return reference;
+    return Reference{.path = named, .identity = {*inode, *size}, .fingerprint = wholeNumber(*fields, fingerprintField)};
 }
 
 /// The path as it is kept: below the data folder where the file can be named so.

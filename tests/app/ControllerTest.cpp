@@ -129,6 +129,25 @@ TEST(Controller, BuildsTheRowsOfTheArrayItIsGiven) {
     EXPECT_EQ(others, Records());
 }
 
+TEST(Controller, ChangesAndDeletesNothingWithoutASelectedRow) {
+    const Records history = {Record{{MHPatientKey, "Ann"}, {MHPharmacyKey, "Corner"}, {MHRxNumberKey, "17"}}};
+    ApplicationUnderTest app;
+    app.controller.applicationDidFinishLaunching();
+    app.write(history, prescriptionHistoryFile);
+    app.happened();
+    TableView& table = app.controller.outlets.tableViewTab1;
+    for (const int row : {-1, 0}) {
+        SCOPED_TRACE(row);
+        table.selectRow(row);
+        app.controller.maintArrayForTVTab1.clear();
+        app.controller.changeMaintFromListAction();
+        EXPECT_TRUE(app.controller.changeMaintFromList());
+        EXPECT_TRUE(app.controller.deleteMaintFromList());
+        EXPECT_EQ(app.happened(), "");
+        EXPECT_EQ(app.read(prescriptionHistoryFile), history);
+    }
+}
+
 TEST(Controller, TruncatesTheStoredTab) {
     struct Row {
         std::int64_t stored;

@@ -108,6 +108,18 @@ TEST_F(KeepingWriter, KeepsAContentOnceThoughWritesFail) {
     EXPECT_EQ(readFile(patients()), listOf({"Ann"}));
 }
 
+// The clock was a fortnight ahead, and is put right.
+TEST_F(KeepingWriter, KeepsWhatWasWrittenAhead) {
+    ASSERT_TRUE(write({"Ann"}, at(5, 9)));
+    ASSERT_TRUE(write({"Bob"}, at(20, 9)));
+    ASSERT_TRUE(write({"Cid"}, at(20, 10)));
+    ASSERT_TRUE(write({"Dan"}, at(6, 9)));
+    EXPECT_EQ(namesIn(earlier()),
+              (std::vector<std::string>{"patientFileForKPX.20240305T090000Z", "patientFileForKPX.20240306T085959Z",
+                                        "patientFileForKPX.20240320T090000Z"}));
+    EXPECT_EQ(readFile(earlier() / "patientFileForKPX.20240306T085959Z"), listOf({"Cid"}));
+}
+
 TEST_F(KeepingWriter, WritesAlsoWhereNothingCanBeKept) {
     ASSERT_TRUE(write({"Ann"}, at(5, 9)));
     writeFile(earlier(), "no folder");

@@ -1,12 +1,15 @@
 #include "plist/PropertyList.h"
 
+#include "plist/PropertyListFields.h"
 #include "tests/plist/PropertyListSamples.h"
 #include "tests/support/HouseholdGenerator.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <string>
 
 namespace kpx::test {
 namespace {
@@ -128,6 +131,21 @@ TEST(PropertyList, KeepsUnpairedSurrogates) {
     const std::optional<Value> value = readPropertyList(file);
     ASSERT_TRUE(value);
     EXPECT_EQ(writePropertyList(*value)->substr(8, 7), file.substr(8, 7));
+}
+
+// Each record of a history is asked whether a key of it occurs twice; only then are its fields written anew.
+TEST(PropertyList, KeepsTheRecordsWhoseKeysOccurOnce) {
+    for (const int count : {0, 1, 18, 30}) {
+        Record fields;
+        for (int number = 0; number < count; ++number) {
+            fields.append(std::to_string(number), number);
+        }
+        EXPECT_EQ(recordKeepingLastValues(fields).identity(), fields.identity()) << count;
+        fields.append("0", "last");
+        const Record kept = recordKeepingLastValues(fields);
+        EXPECT_EQ(kept.size(), static_cast<std::size_t>(std::max(count, 1)));
+        EXPECT_EQ(kept.begin()->second, Value("last"));
+    }
 }
 
 TEST(PropertyList, IsNullForEveryTruncation) {

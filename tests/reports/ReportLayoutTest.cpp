@@ -262,6 +262,7 @@ TEST_F(TranslatedReport, AWholeSentenceSaysTheDateWhereItBelongs) {
     titleOf("Patienten", "\"Today's Date: %@\" = \"Am %@ gedruckt\";\n");
     const std::string today = shortStyleFromDate(reportEnvironment().now, reportEnvironment());
     EXPECT_EQ(texts[0].text, "Am " + today + " gedruckt");
+    EXPECT_EQ(texts[0].room, 0) << "a date that is cut short is none";
     EXPECT_EQ(texts[1].text, "Patienten");
 }
 

@@ -168,6 +168,8 @@ TEST(Value, ShowsAWideIntegerInFull) {
     const Value beyond = WideInteger(1, 0);
     EXPECT_EQ(textOfValue(&smallest), Text("-170141183460469231731687303715884105728"));
     EXPECT_EQ(textOfValue(&beyond), Text("18446744073709551616"));
+    EXPECT_EQ(WideInteger(0, 7).decimalText(), "7");
+    EXPECT_EQ(WideInteger(-1, 0).decimalText(), "-18446744073709551616");
     EXPECT_EQ(integerValue(smallest), least);
     EXPECT_EQ(integerValue(beyond), std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(beyond, Value(WideInteger(1, 0)));
