@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QTest>
 #include <QToolTip>
 
@@ -36,6 +37,18 @@ private Q_SLOTS:
         QVERIFY(m_program);
     }
     void cleanup() { m_program.reset(); }
+
+    void nothingIsCalledEmptyBeforeItCouldBeRead() {
+        QStandardItemModel none;
+        RecordTableView table;
+        table.setModel(&none);
+        table.setEmptyTitle(QStringLiteral("Nothing here"));
+        table.resize(400, 200);
+        const QImage first = table.grab().toImage();
+        const QImage second = table.grab().toImage();
+        QVERIFY(first != second);
+        QCOMPARE(table.grab().toImage(), second);
+    }
 
     void theHistoryIsShownNewestFirst() {
         QCOMPARE(history()->model()->rowCount(), 11);

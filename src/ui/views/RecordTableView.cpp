@@ -199,6 +199,11 @@ void RecordTableView::paintEvent(QPaintEvent* event) {
             QRect(1, rowViewportPosition(m_storedRow) + 1, viewport()->width() - 2, rowHeight(m_storedRow) - 2));
     }
     if (model() && model()->rowCount() == 0 && !m_emptyTitle.isEmpty()) {
+        // A window that opens is painted before its files are read: nothing is empty before that.
+        if (!std::exchange(m_hasBeenPainted, true)) {
+            viewport()->update();
+            return;
+        }
         QPainter painter(viewport());
         drawEmptyState(painter, viewport()->rect(), palette(), font(), m_emptyTitle, m_emptyText);
     }

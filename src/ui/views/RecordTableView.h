@@ -71,6 +71,7 @@ private:
     bool m_userSetWidths = false;
     QString m_emptyTitle;
     QString m_emptyText;
+    bool m_hasBeenPainted = false;
 };
 
 }  // namespace kpx
