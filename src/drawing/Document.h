@@ -26,6 +26,9 @@ struct DrawText {
     double room = 0;
     Alignment alignment = Alignment::Left;
     Ink ink = Ink::Text;
+    /// How far from its start what follows the last tab begins at least, so that it stands in one line down the page;
+    /// 0 for the next tab stop, wherever that is.
+    double lastPart = 0;
     bool operator==(const DrawText&) const = default;
 };
 

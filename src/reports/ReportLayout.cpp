@@ -48,7 +48,7 @@ public:
         for (std::size_t index = 0; index < columns.size(); ++index) {
             const ReportColumn& column = columns[index];
             if (auto text = reportFieldText(column, record, m_environment, m_localized)) {
-                drawBodyText(std::move(*text), column.x, y, roomOfColumn(columns, index));
+                drawBodyText(std::move(*text), column.x, y, roomOfColumn(columns, index), lastPartOf(column));
             } else if (!column.optional) {
                 ++m_report.missingFields;
             }
@@ -76,8 +76,14 @@ public:
 private:
     void draw(auto operation) { m_report.document.pages.back().operations.emplace_back(std::move(operation)); }
 
-    void drawBodyText(std::string text, double x, double y, double room) {
-        draw(DrawText{std::move(text), reportBodyFont, reportBodyFontSize, false, x, y, room});
+    void drawBodyText(std::string text, double x, double y, double room, double lastPart = 0) {
+        draw(DrawText{std::move(text), reportBodyFont, reportBodyFontSize, false, x, y, room, {}, {}, lastPart});
+    }
+
+    /// Both fill types end before the same tab stop in English, in most other languages they do not.
+    double lastPartOf(const ReportColumn& column) const {
+        constexpr double thirdTabStop = 84;
+        return column.field == ReportField::TypeAndRefills && !m_localized.isEmpty() ? thirdTabStop : 0;
     }
 
     void drawHeadings() {

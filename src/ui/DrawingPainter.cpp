@@ -17,7 +17,7 @@ namespace kpx {
 
 namespace {
 
-constexpr double tabStopDistance = 28 * DrawingPainter::unitsPerPoint;
+constexpr double tabStopDistance = 28;
 constexpr int wholeStretch = 100;
 constexpr int narrowestStretch = 62;
 /// Of its own width, what a text keeps at least.
@@ -34,18 +34,22 @@ bool mustBeShaped(const QString& text) {
 }
 
 /// Calls `place` for each part of the line between tabs, with its offset from the start; answers the line's width.
-/// `measure` answers a part's width.
+/// `measure` answers a part's width, and the last part begins at `last` at least.
 template <typename Measure, typename Place>
-double eachPart(const QString& line, double tabDistance, Measure measure, Place place) {
+double eachPart(const QString& line, double tabDistance, double last, Measure measure, Place place) {
     if (!line.contains(QLatin1Char('\t'))) {
         place(0.0, line);
         return measure(line);
     }
     double offset = 0;
     double width = 0;
-    for (const QString& part : line.split(QLatin1Char('\t'))) {
-        place(offset, part);
-        width = offset + measure(part);
+    const QStringList parts = line.split(QLatin1Char('\t'));
+    for (qsizetype index = 0; index < parts.size(); ++index) {
+        if (index + 1 == parts.size()) {
+            offset = std::max(offset, last);
+        }
+        place(offset, parts[index]);
+        width = offset + measure(parts[index]);
         offset = (std::floor(width / tabDistance) + 1) * tabDistance;
     }
     return width;
@@ -165,24 +169,28 @@ double DrawingPainter::Face::widthOf(const QString& part) const {
     return width;
 }
 
-double DrawingPainter::Face::widthOfLine(const QString& line) const {
+double DrawingPainter::Face::placeOfLast(double lastPart) const { return lastPart / tabStopDistance * tabDistance; }
+
+double DrawingPainter::Face::widthOfLine(const QString& line, double lastPart) const {
     return eachPart(
-        line, tabDistance, [this](const QString& part) { return widthOf(part); }, [](double, const QString&) {});
+        line, tabDistance, placeOfLast(lastPart), [this](const QString& part) { return widthOf(part); },
+        [](double, const QString&) {});
 }
 
-void DrawingPainter::Face::draw(QPainter& painter, QPointF start, const QString& line) const {
+void DrawingPainter::Face::draw(QPainter& painter, QPointF start, const QString& line, double lastPart) const {
     if (!line.contains(QLatin1Char('\t'))) {
         painter.drawText(start, line);
         return;
     }
     eachPart(
-        line, tabDistance, [this](const QString& part) { return widthOf(part); },
+        line, tabDistance, placeOfLast(lastPart), [this](const QString& part) { return widthOf(part); },
         [&](double offset, const QString& part) { painter.drawText(start + QPointF(offset, 0), part); });
 }
 
 QRectF DrawingPainter::placeOf(const DrawText& text) {
     const QString line = oneLine(text);
-    const double natural = face(text, mustBeShaped(line), wholeStretch).widthOfLine(line) / unitsPerPoint;
+    const double natural =
+        face(text, mustBeShaped(line), wholeStretch).widthOfLine(line, text.lastPart) / unitsPerPoint;
     const double width = text.room > 0 ? std::min(natural, text.room) : natural;
     const double left = startOf(text, width * unitsPerPoint) / unitsPerPoint;
     const double ascent = 0.93 * text.size;
@@ -196,7 +204,8 @@ std::vector<CharacterPlace> DrawingPainter::charactersOf(const DrawText& text) {
     std::vector<CharacterPlace> places;
     places.reserve(static_cast<std::size_t>(line.size()));
     const double whole = eachPart(
-        line, drawn.tabDistance, [&](const QString& part) { return drawn.widthOf(part); },
+        line, drawn.tabDistance, drawn.placeOfLast(text.lastPart),
+        [&](const QString& part) { return drawn.widthOf(part); },
         [&](double offset, const QString& part) {
             if (offset > 0) {
                 places.push_back({offset, offset});  // the tab before the part
@@ -219,7 +228,7 @@ void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {
     const bool needsShaping = mustBeShaped(line);
     const Face& whole = face(text, needsShaping, wholeStretch);
     const double room = text.room * unitsPerPoint;
-    const double width = room > 0 || text.alignment != Alignment::Left ? whole.widthOfLine(line) : 0;
+    const double width = room > 0 || text.alignment != Alignment::Left ? whole.widthOfLine(line, text.lastPart) : 0;
     painter.setPen(m_inks[text.ink]);
     if (room > 0 && width > room) {
         paintNarrowed(painter, text, line, needsShaping, room);
@@ -230,12 +239,14 @@ void DrawingPainter::paintText(QPainter& painter, const DrawText& text) {
         painter.setFont(whole.font);
         m_fontInUse = &whole;
     }
-    whole.draw(painter, {startOf(text, width), fromTop(text.y)}, line);
+    whole.draw(painter, {startOf(text, width), fromTop(text.y)}, line, text.lastPart);
 }
 
 void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping,
                                    double room) {
-    const auto widthAt = [&](int stretch) { return face(text, needsShaping, stretch).widthOfLine(line); };
+    const auto widthAt = [&](int stretch) {
+        return face(text, needsShaping, stretch).widthOfLine(line, text.lastPart);
+    };
     // PDFs round the advances of glyphs, which adds up over a text.
     room -= 0.3 * unitsPerPoint;
     int stretch =
@@ -252,7 +263,7 @@ void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, cons
     if (width * share > room * 1.001) {
         fitting.replace(QLatin1Char('\t'), QLatin1Char(' '));
         fitting = QFontMetricsF(narrow.font).elidedText(fitting, Qt::ElideRight, room / share);
-        width = narrow.widthOfLine(fitting);
+        width = narrow.widthOfLine(fitting, text.lastPart);
     }
     painter.save();
     painter.setFont(narrow.font);
@@ -260,7 +271,7 @@ void DrawingPainter::paintNarrowed(QPainter& painter, const DrawText& text, cons
     if (share < 1) {
         painter.scale(share, 1);
     }
-    narrow.draw(painter, {0, 0}, fitting);
+    narrow.draw(painter, {0, 0}, fitting, text.lastPart);
     painter.restore();
 }
 
@@ -292,7 +303,7 @@ DrawingPainter::Face& DrawingPainter::face(const DrawText& text, bool needsShapi
     if (!needsShaping) {
         font.setStyleStrategy(QFont::PreferNoShaping);
     }
-    result.tabDistance = tabStopDistance * stretch / wholeStretch;
+    result.tabDistance = tabStopDistance * unitsPerPoint * stretch / wholeStretch;
     const QFontMetricsF metrics(font);
     for (std::size_t letter = 0; letter < result.advances.size(); ++letter) {
         // A single letter is measured without the letter spacing.

@@ -81,9 +81,12 @@ private:
 
         /// Of a text without tabs.
         double widthOf(const QString& part) const;
-        double widthOfLine(const QString& line) const;
+        /// `lastPart` is as in DrawText.
+        double widthOfLine(const QString& line, double lastPart) const;
         /// REQUIRES: the painter has its font.
-        void draw(QPainter& painter, QPointF start, const QString& line) const;
+        void draw(QPainter& painter, QPointF start, const QString& line, double lastPart) const;
+        /// Where what follows the last tab begins at least.
+        double placeOfLast(double lastPart) const;
     };
     void paintText(QPainter& painter, const DrawText& text);
     void paintNarrowed(QPainter& painter, const DrawText& text, const QString& line, bool needsShaping, double room);

@@ -126,6 +126,19 @@ TEST(ReportPdf, LettersThatJoinAreJoined) {
     }
 }
 
+TEST(ReportPdf, PutsWhatFollowsTheLastTabInOneLine) {
+    const auto widthOf = [](const char* text, double lastPart) {
+        return DrawingPainter(612)
+            .placeOf({.text = text, .font = "LucidaGrande", .size = 8, .x = 20, .y = 500, .lastPart = lastPart})
+            .width();
+    };
+    const double ofShort = widthOf("İlk\t\t5", 84);
+    EXPECT_GT(ofShort, 84);
+    EXPECT_DOUBLE_EQ(widthOf("Reposição\t\t5", 84), ofShort);
+    EXPECT_GT(widthOf("Reposição\t\t5", 0), widthOf("İlk\t\t5", 0) + 27);
+    EXPECT_GT(widthOf("A word that is too long for it\t\t5", 84), 112);
+}
+
 TEST(ReportPdf, ALineStaysALine) {
     const auto pages = wordsOfPdf(reportPdf(oneLine("one\ntwo\r\nthree"), letter(), QStringLiteral("en")));
     ASSERT_EQ(pages[0].words.size(), 3U);

@@ -266,6 +266,14 @@ TEST_F(TranslatedReport, AWholeSentenceSaysTheDateWhereItBelongs) {
     EXPECT_EQ(texts[1].text, "Patienten");
 }
 
+TEST_F(TranslatedReport, RemainingRefillsStandInOneLineWhateverTheWordsBefore) {
+    titleOf("Patienten");
+    const auto report = laidOut(3, {prescription()}, reportEnvironment(), {folder.path(), "xx"});
+    for (const DrawText& text : rowsOf(report.document.pages[0])) {
+        EXPECT_EQ(text.lastPart, text.x == 610 ? 84 : 0) << text.text;
+    }
+}
+
 TEST_F(TranslatedReport, RoughlyCentredTitle) {
     struct Row {
         std::size_t characters;
