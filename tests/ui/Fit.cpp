@@ -113,6 +113,8 @@ private:
             needRoom(*date, date->text(), date->minimumSizeHint(), date->size());
         } else if (const auto* field = qobject_cast<const QLineEdit*>(&widget)) {
             constexpr int margins = 8;
+            const QString digits(field->property("digits").toInt(), QLatin1Char('0'));
+            needRoom(*field, digits, sizeOf(*field, digits), field->size() - QSize(margins, 0));
             needRoom(*field, field->placeholderText(), sizeOf(*field, field->placeholderText()),
                      field->size() - QSize(field->placeholderText().isEmpty() ? 0 : margins, 0));
         }

@@ -20,6 +20,7 @@
 #include "ui_ScheduleTab.h"
 
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
@@ -32,11 +33,24 @@ namespace kpx {
 
 namespace {
 
+/// A field of few digits is drawn for text of the usual size.
+void makeRoomForDigits(const QWidget& page) {
+    constexpr int margins = 20;
+    for (QLineEdit* field : page.findChildren<QLineEdit*>()) {
+        const int digits = field->property("digits").toInt();
+        const int needed = field->fontMetrics().horizontalAdvance(QString(digits, QLatin1Char('0'))) + margins;
+        if (digits > 0 && needed > field->maximumWidth()) {
+            field->setFixedWidth(needed);
+        }
+    }
+}
+
 /// In the smallest window, and in a language of long words, what has no room is scrolled to instead of being cut.
 template <class Form>
 void addTab(QTabWidget& tabs) {
     auto* page = new QWidget;
     Form().setupUi(page);
+    makeRoomForDigits(*page);
     auto* scrolled = new QScrollArea;
     scrolled->setFrameShape(QFrame::NoFrame);
     scrolled->setFocusPolicy(Qt::NoFocus);
