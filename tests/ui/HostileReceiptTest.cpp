@@ -126,8 +126,7 @@ private Q_SLOTS:
         // So it does when the window closes in the midst of it.
         attach(spinning);
         QTRY_VERIFY(!runningDecoders().isEmpty());
-        QElapsedTimer closing;
-        closing.start();
+        const OwnTimer closing;
         program->window().close();
         program.reset();
         QVERIFY2(closing.elapsed() < 1000, qPrintable(QString::number(closing.elapsed())));

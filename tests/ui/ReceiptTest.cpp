@@ -11,7 +11,6 @@
 #include "ui/views/ReceiptView.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>

@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
@@ -283,8 +282,7 @@ private Q_SLOTS:
         m_program = std::make_unique<Application>();
         QVERIFY(startUp(*m_program));
         QCOMPARE(history()->model()->rowCount(), 100000);
-        QElapsedTimer timer;
-        timer.start();
+        const OwnTimer timer;
         table().reloadData();
         history()->scrollToBottom();
         history()->viewport()->repaint();

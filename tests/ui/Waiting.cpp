@@ -7,6 +7,9 @@
 #include <QApplication>
 #include <QTest>
 
+#include <cstdint>
+#include <fstream>
+
 namespace kpx::test {
 
 namespace {
@@ -47,6 +50,20 @@ AlertBox* waitForAlert() {
 bool noAlertShows() {
     QCoreApplication::processEvents();
     return visibleAlert() == nullptr;
+}
+
+qint64 OwnTimer::restart() {
+    const qint64 passed = elapsed();
+    m_start = now();
+    return passed;
+}
+
+std::chrono::milliseconds OwnTimer::now() {
+    using namespace std::chrono;
+    std::int64_t ran = 0;
+    std::int64_t waitedForItsTurn = 0;
+    std::ifstream("/proc/thread-self/schedstat") >> ran >> waitedForItsTurn;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch() - nanoseconds(waitedForItsTurn));
 }
 
 void type(QWidget& widget, const QString& text) {

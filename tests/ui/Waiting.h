@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QString>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 
 namespace kpx {
@@ -38,14 +38,28 @@ void type(QWidget& widget, const QString& text);
 /// A click in the middle of the table's row (below the last one for −1), as the user's mouse does it.
 void clickRow(QWidget& table, int row, bool twice = false);
 
+/// Time as this thread has it: what it computes and what it waits for, but not that it waits for its turn, as on a
+/// machine that is busy with other things.
+class OwnTimer {
+public:
+    OwnTimer() : m_start(now()) {}
+    /// In milliseconds.
+    qint64 elapsed() const { return (now() - m_start).count(); }
+    qint64 restart();
+
+private:
+    static std::chrono::milliseconds now();
+
+    std::chrono::milliseconds m_start;
+};
+
 /// The longest time in which the window could not react, up to the moment the condition holds.
 template <class Condition>
 qint64 longestPause(Condition condition, bool& held) {
-    QElapsedTimer sinceLastTick;
+    OwnTimer sinceLastTick;
     qint64 longest = 0;
     QTimer ticks;
     QObject::connect(&ticks, &QTimer::timeout, [&] { longest = std::max(longest, sinceLastTick.restart()); });
-    sinceLastTick.start();
     ticks.start(5);
     constexpr int patience = 100000;
     held = QTest::qWaitFor(condition, patience);
