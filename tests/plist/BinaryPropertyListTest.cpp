@@ -1,11 +1,14 @@
 #include "plist/BinaryPropertyList.h"
 
+#include "plist/BinaryPropertyListTable.h"
 #include "plist/PropertyListLimits.h"
 #include "tests/plist/PropertyListSamples.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace kpx::test {
 namespace {
@@ -190,6 +193,23 @@ std::string doubling(std::size_t levels) {
     }
     file.objects.push_back(raw("\xA0"));
     return file.bytes();
+}
+
+// Equal texts are found by it, wherever their bytes lie.
+TEST(BinaryPropertyList, HashesEachByteAndNothingElse) {
+    for (std::size_t length = 0; length <= 40; ++length) {
+        SCOPED_TRACE(length);
+        const std::string bytes(length, 'b');
+        const std::string around = std::string(60, 'x') + bytes + "x";
+        const std::uint64_t hash = hashOfBytes(bytes);
+        EXPECT_EQ(hashOfBytes(std::string_view(around).substr(60, length)), hash);
+        EXPECT_NE(hashOfBytes(bytes + "b"), hash);
+        for (std::size_t place = 0; place < length; ++place) {
+            std::string other = bytes;
+            other[place] = 'c';
+            EXPECT_NE(hashOfBytes(other), hash) << place;
+        }
+    }
 }
 
 TEST(BinaryPropertyList, SharesWhatIsReferredToTwice) {
