@@ -1,7 +1,9 @@
-// What the user waits for on tabs 2 and 3, beside a bare reading of the history.
+// What the user waits for on tabs 2 and 3, beside a bare reading of the history; and what the charts have of it.
 
 #include "app/KPXAppDelegate.h"
 #include "bench/HouseholdFolder.h"
+#include "costs/CostChart.h"
+#include "tests/support/HouseholdGenerator.h"
 #include "tests/support/TestPlatform.h"
 
 #include <benchmark/benchmark.h>
@@ -61,6 +63,16 @@ void costs(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+void costCharts(benchmark::State& state) {
+    const Environment here{Date::fromSecondsSince1970(1709640000), Region("en_US", "America/New_York")};
+    Records records = test::makeHousehold(static_cast<std::size_t>(state.range(0))).history;
+    const CostFigures figures = costFigures(records, here);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(costCharts(records, figures, here, {}));
+    }
+    state.SetComplexityN(state.range(0));
+}
+
 void forRecords(benchmark::internal::Benchmark* benchmark) {
     benchmark->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->Complexity();
 }
@@ -71,5 +83,6 @@ BENCHMARK(schedule<1>)->Name("scheduleLatest")->Apply(forRecords);
 BENCHMARK(schedule<2>)->Name("scheduleWholeHistory")->Apply(forRecords);
 BENCHMARK(schedule<3>)->Name("scheduleOverdue")->Apply(forRecords);
 BENCHMARK(costs)->Apply(forRecords);
+BENCHMARK(costCharts)->Apply(forRecords);
 
 }  // namespace
