@@ -66,7 +66,7 @@ build() {
 # as failed
 run_ctest() {
     local log="build/ctest-$1.log" status=0 lost
-    ctest --preset "$1" --parallel "$jobs" --timeout "$test_seconds" --no-tests=error 2>&1 | tee "$log" || status=1
+    ctest --preset "$1" ${KPX_LONG:+--build-config Long} --parallel "$jobs" --timeout "$test_seconds" --no-tests=error 2>&1 | tee "$log" || status=1
     mapfile -t lost < <(sed -nE 's/^\s+[0-9]+ - (.* \(.*\)).*$/\1/p' "$log")
     if [[ $status -ne 0 && ${#lost[@]} -eq 0 ]]; then
         lost=("ctest itself")
@@ -154,6 +154,12 @@ heading "Lint"
 count "clang-tidy" check_lint
 heading "Fuzzing"
 if build fuzz; then fuzz_all; fi
+
+if [[ -n ${KPX_LONG:-} ]]; then
+    heading "The package, and a life with it"
+    count "package" tests/packaging/build_package.sh build
+    count "life with the package" tests/packaging/clean_root/live.sh build/velmora_*_amd64.deb
+fi
 
 heading "Outcome"
 [[ ${#failures[@]} -eq 0 ]] || printf 'failed: %s\n' "${failures[@]}"

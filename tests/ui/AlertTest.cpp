@@ -226,7 +226,7 @@ private Q_SLOTS:
         m_program->delegate().outlets.theDrugSheet.setOpen(true);
         auto* sheet = widgetNamed<SheetDialog>(m_program->window(), "theDrugSheet");
         QTRY_VERIFY(sheet->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QVERIFY(waitUntilActive(sheet));
         ports().alerts.beginSheet("theDrugSheet", alert("Name missing"), {}, {});
         QCOMPARE(waitForAlert()->parentWidget(), sheet);
         QTest::keyClick(waitForAlert(), Qt::Key_Return);

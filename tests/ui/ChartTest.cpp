@@ -257,7 +257,7 @@ private:
     static void show(BarChartView& view, const Chart& chart) {
         view.resize(760, 320);
         view.show();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QVERIFY(waitUntilActive(&view));
         view.setChart(chart);
     }
 

@@ -1,6 +1,7 @@
 // drag_source X Y ACTIONS ADDRESS…: a small window at that place of the screen, out of which the addresses
 // can be dragged; ACTIONS is any of "copy,move,link". Prints "ready" when it is on the screen, then, after
-// each drag, how the drag ended: "copy", "move", "link" or "none".
+// each drag, how the drag ended: "copy", "move", "link" or "none". While no button is down it prints "at X Y"
+// for the mouse inside it, as a Wayland desktop chooses the place.
 
 #include <QApplication>
 #include <QDrag>
@@ -14,6 +15,7 @@ class DragSource : public QWidget {
 public:
     DragSource(Qt::DropActions actions, QList<QUrl> offered) : m_actions(actions), m_addresses(std::move(offered)) {
         setWindowFlags(Qt::FramelessWindowHint);
+        setMouseTracking(true);
     }
 
 protected:
@@ -23,8 +25,12 @@ protected:
             tell(QStringLiteral("ready"));
         }
     }
+    void enterEvent(QEnterEvent* event) override {
+        tell(QStringLiteral("at %1 %2").arg(event->position().x()).arg(event->position().y()));
+    }
     void mouseMoveEvent(QMouseEvent* event) override {
         if (!(event->buttons() & Qt::LeftButton)) {
+            tell(QStringLiteral("at %1 %2").arg(event->pos().x()).arg(event->pos().y()));
             return;
         }
         auto* addresses = new QMimeData;
@@ -61,7 +67,7 @@ int main(int argc, char** argv) {
         addresses << QUrl(address);
     }
     DragSource source(actions, addresses);
-    source.setGeometry(arguments[1].toInt(), arguments[2].toInt(), 80, 80);
+    source.setGeometry(arguments[1].toInt(), arguments[2].toInt(), 240, 240);
     source.show();
     return QApplication::exec();
 }

@@ -21,18 +21,26 @@ public:
     QString drop();
 
 private:
+    /// What the other program says, but where it has the mouse.
     QString line();
+    QPoint sourceAt();
 
     QProcess m_source;
     bool m_ready = false;
     bool m_taken = false;
 };
 
-/// Moves the window, and waits until it stands there; false when it never does.
+/// How a drag ends whose file was taken as a link: a Wayland desktop knows none and calls it a copy.
+QString linked();
+/// Moves the window, and waits until it stands there; false when it never does. A Wayland desktop leaves it where it
+/// is.
 bool moveWindow(QWidget& window, const QPoint& place);
 /// Moves the real mouse to the middle of the widget.
 bool moveMouseTo(const QWidget& target);
-/// Presses and lets go of its left button there.
+/// Presses and lets go of its left button there, or at that position of the widget.
 bool clickMouse(const QWidget& target);
+bool clickMouse(const QWidget& target, const QPoint& position);
+/// Presses a key of the real keyboard, by the X server's name for it: "alt+a".
+bool pressKeys(const QString& keys);
 
 }  // namespace kpx::test

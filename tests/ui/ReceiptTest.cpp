@@ -66,7 +66,7 @@ private Q_SLOTS:
             QVERIFY(drag.over(&dropButton()));
             QTRY_VERIFY2(button().dragInside(), qPrintable(row.file));
             QVERIFY(!popover().isVisible());
-            QCOMPARE(drag.drop(), QStringLiteral("link"));
+            QCOMPARE(drag.drop(), linked());
             QTRY_VERIFY2(popover().isVisible(), qPrintable(row.file));
             QVERIFY(!button().dragInside());
             QCOMPARE(control().content(), row.content);
@@ -89,7 +89,7 @@ private Q_SLOTS:
     void showsWhatWasScannedAnewUnderTheSameName() {
         const auto dropped = [this](const QString& file, QRgb colour) {
             Drag drag({address(file)});
-            return drag.over(&dropButton()) && drag.drop() == QStringLiteral("link") && QTest::qWaitFor([&] {
+            return drag.over(&dropButton()) && drag.drop() == linked() && QTest::qWaitFor([&] {
                        const QImage picture = dropButton().picture();
                        return !picture.isNull() && picture.pixel(picture.rect().center()) == colour;
                    });
@@ -153,7 +153,7 @@ private Q_SLOTS:
         Drag drag({address(second)});
         QVERIFY(drag.over(view().pages()->viewport()));
         QVERIFY(popover().isVisible());
-        QCOMPARE(drag.drop(), QStringLiteral("link"));
+        QCOMPARE(drag.drop(), linked());
         QTRY_COMPARE(QString::fromStdString(control().file()), second);
         QTRY_VERIFY(!view().image().isNull());
         QVERIFY(!view().pages());
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(kept, elsewhere));
         Drag drag({address(elsewhere)});
         QVERIFY(drag.over(&dropButton()));
-        QCOMPARE(drag.drop(), QStringLiteral("link"));
+        QCOMPARE(drag.drop(), linked());
         AlertBox* box = waitForAlert();
         QVERIFY(box);
         QVERIFY(box->text().startsWith(QStringLiteral("Receipt file is NOT stored in KPX's data folder")));

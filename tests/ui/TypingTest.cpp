@@ -1,3 +1,4 @@
+#include "tests/ui/Dragging.h"
 #include "tests/ui/Instants.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
@@ -113,7 +114,7 @@ private Q_SLOTS:
         QLineEdit* cost = field("totalCostTab1");
         cost->setFocus();
         type(*cost, QStringLiteral("7"));
-        QTest::keyClick(&m_program->window(), Qt::Key_A, Qt::AltModifier);
+        QVERIFY(pressKeys(QStringLiteral("alt+a")));
         QTRY_COMPARE(outlets().totalCostTab1.text(), std::string("7.00"));
     }
 
@@ -186,7 +187,7 @@ private Q_SLOTS:
         typeYear(*date, QStringLiteral("24"));
         QVERIFY(date->hasFocus());
         // Refused, as the form is empty; the date is read all the same.
-        QTest::keyClick(&m_program->window(), Qt::Key_A, Qt::AltModifier);
+        QVERIFY(pressKeys(QStringLiteral("alt+a")));
         QTRY_COMPARE(qdateTime(outlets().dispenseDateTab1.date()).date().year(), 2024);
         AlertBox* alert = waitForAlert();
         QVERIFY(alert);

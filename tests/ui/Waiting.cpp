@@ -26,9 +26,13 @@ AlertBox* visibleAlert() {
 
 }  // namespace
 
+bool waitUntilActive(const QWidget* window) {
+    return QTest::qWaitFor([window] { return window->isActiveWindow(); });
+}
+
 bool startUp(Application& program) {
     program.show();
-    return QTest::qWaitForWindowActive(&program.window()) &&
+    return QTest::qWaitForWindowExposed(&program.window()) && waitUntilActive(&program.window()) &&
            QTest::qWaitFor([&program] { return program.hasStarted(); });
 }
 

@@ -16,6 +16,9 @@ class AlertBox;
 
 namespace kpx::test {
 
+/// Until the keyboard writes to the window. The toolkit's own wait only knows desktops that let a program ask for it.
+bool waitUntilActive(const QWidget* window);
+
 /// Shows the program and waits until its start-up sequence has run. False when that never happens.
 bool startUp(Application& program);
 /// The program, started, its splash window closed; null when it does not start.

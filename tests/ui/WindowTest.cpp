@@ -123,8 +123,7 @@ private Q_SLOTS:
         QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
         auto* sheet = find<SheetDialog>("theFilterSheetTab1");
         QTRY_VERIFY(sheet->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QVERIFY(waitUntilActive(sheet));
         QTest::keyClick(sheet, Qt::Key_Return);
         QVERIFY(sheet->isVisible());
         QTest::keyClick(sheet, Qt::Key_Escape);
@@ -139,8 +138,7 @@ private Q_SLOTS:
         for (int time = 0; time < 2; ++time) {
             QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
             QTRY_VERIFY(sheet->isVisible());
-            QVERIFY(QTest::qWaitForWindowActive(sheet));
-            QVERIFY(QTest::qWaitForWindowActive(sheet));
+            QVERIFY(waitUntilActive(sheet));
             QTRY_VERIFY(find<QWidget>("patientPopForShowTab1")->hasFocus());
             find<QWidget>("closeBtnFilterSheet")->setFocus();
             QTest::keyClick(sheet, Qt::Key_Escape);
@@ -155,8 +153,7 @@ private Q_SLOTS:
                                                              1);
         auto* sheet = find<SheetDialog>("theDrugSheet");
         QTRY_VERIFY(sheet->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QVERIFY(waitUntilActive(sheet));
         type(*find<QLineEdit>("drugNameDrugSheet"), QStringLiteral("Aspirin"));
         find<QWidget>("drugDescDrugSheet")->setFocus();
         type(*find<QLineEdit>("drugDescDrugSheet"), QStringLiteral("Against pain"));
@@ -175,7 +172,7 @@ private Q_SLOTS:
             QVERIFY2(sheet, list);
             sheet->open();
             QTRY_VERIFY(sheet->isVisible());
-            QVERIFY(QTest::qWaitForWindowActive(sheet));
+            QVERIFY(waitUntilActive(sheet));
             auto* table = find<QTableView>(("tableView" + name + "Sheet").constData());
             QTRY_VERIFY2(table->horizontalScrollBar()->maximum() == 0, list);
             sheet->endSheet();
@@ -225,7 +222,7 @@ private Q_SLOTS:
         QTest::mouseClick(find<QPushButton>("filterBtnTab1"), Qt::LeftButton);
         auto* sheet = find<SheetDialog>("theFilterSheetTab1");
         QTRY_VERIFY(sheet->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(sheet));
+        QVERIFY(waitUntilActive(sheet));
         QTest::mouseClick(find<DWKButtonHover>("toDateFilterCalIcon"), Qt::LeftButton);
         auto* popover = find<PopoverFrame>("thePopOver");
         QTRY_VERIFY(popover->isVisible());
@@ -308,7 +305,7 @@ private Q_SLOTS:
         const auto previews = m_program->ports().preview.windows();
         QCOMPARE(previews.size(), std::size_t{1});
         auto* preview = previews.front();
-        QVERIFY(QTest::qWaitForWindowActive(preview));
+        QVERIFY(waitUntilActive(preview));
         QTest::keyClick(preview, Qt::Key_Q, Qt::ControlModifier);
         QTRY_VERIFY(!m_program->window().isVisible());
     }
@@ -318,13 +315,13 @@ private Q_SLOTS:
         start();
         QTest::mouseClick(find<QPushButton>("showPrintTableListBtn"), Qt::LeftButton);
         auto* preview = m_program->ports().preview.windows().front();
-        QVERIFY(QTest::qWaitForWindowActive(preview));
+        QVERIFY(waitUntilActive(preview));
         QVERIFY(goesOnWhen([&] { m_program->window().close(); }));
         QVERIFY(!m_program->window().isVisible());
         QVERIFY(preview->isVisible());
         // A second start, and so a click on a reminder, opens the window again.
         m_program->raise();
-        QVERIFY(QTest::qWaitForWindowActive(&m_program->window()));
+        QVERIFY(waitUntilActive(&m_program->window()));
         QVERIFY(goesOnWhen([&] { m_program->window().close(); }));
         QVERIFY(endsWhen([&] { preview->close(); }));
     }
@@ -372,7 +369,7 @@ private:
         QTest::mouseClick(find<QPushButton>(step), Qt::LeftButton);
         auto* name = find<QLineEdit>(field);
         QTRY_VERIFY(name->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(name->window()));
+        QVERIFY(waitUntilActive(name->window()));
         for (QLineEdit* each : name->window()->findChildren<QLineEdit*>()) {
             if (each->isVisible()) {
                 each->setFocus();
