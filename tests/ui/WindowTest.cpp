@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTabBar>
@@ -89,6 +90,26 @@ private Q_SLOTS:
         clickTab(1);
         QVERIFY(noAlertShows());
         QVERIFY(find<QPushButton>("showBtnTab2")->isEnabled());
+    }
+
+    void everyWindowFitsTheScreen() {
+        writeSmallHousehold();
+        start();
+        QTest::mouseClick(find<QPushButton>("showPrintTableListBtn"), Qt::LeftButton);
+        const auto fits = [](QWidget* window) {
+            window->show();
+            const QSize room = window->screen()->availableSize();
+            QVERIFY2(window->height() + 20 <= room.height() && window->width() <= room.width(),
+                     qPrintable(window->objectName()));
+        };
+        fits(&m_program->window());
+        fits(&*m_program->ports().preview.windows().front());
+        for (SheetDialog* sheet : m_program->window().findChildren<SheetDialog*>()) {
+            fits(sheet);
+            sheet->endSheet();
+        }
+        find<QWidget>("findReceiptBtn")->show();
+        fits(find<PopoverFrame>("receiptPopover"));
     }
 
     void aLongTextTakesNoMoreRoomThanThereIs() {

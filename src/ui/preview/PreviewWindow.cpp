@@ -5,6 +5,7 @@
 #include "ui/preview/DocumentTabs.h"
 #include "ui/preview/FindBar.h"
 #include "ui/preview/PagesView.h"
+#include "ui/views/ScreenRoom.h"
 
 #include <QAction>
 #include <QLabel>
@@ -50,7 +51,7 @@ PreviewWindow::PreviewWindow(const QPageLayout& layout, QString language, QWidge
         m_findBar->hide();
         pages().setFocus();
     });
-    resize(980, 760);
+    resize(QSize(980, 760).boundedTo(roomOnScreen(*this)));
 }
 
 void PreviewWindow::add(Document document) {

@@ -5,6 +5,7 @@
 #include "ui/views/FoldingForm.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
+#include "ui/views/ScreenRoom.h"
 #include "ui/views/SheetDialog.h"
 #include "ui_CostTab.h"
 #include "ui_DrugSheet.h"
@@ -23,7 +24,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QToolButton>
@@ -63,7 +63,9 @@ void addTab(QTabWidget& tabs) {
 
 template <class Form>
 void addSheet(QWidget& window) {
-    Form().setupUi(new SheetDialog(&window));
+    auto* sheet = new SheetDialog(&window);
+    Form().setupUi(sheet);
+    sheet->setMinimumSize(sheet->minimumSize().boundedTo(roomOnScreen(*sheet)));
 }
 
 }  // namespace
@@ -71,9 +73,7 @@ void addSheet(QWidget& window) {
 MainWindow::MainWindow() {
     installAccessibleWindows();
     Ui::MainWindow().setupUi(this);
-    // Leaves room for the title bar.
-    constexpr int titleHeight = 32;
-    resize(size().boundedTo(screen()->availableSize() - QSize(0, titleHeight)));
+    resize(size().boundedTo(roomOnScreen(*this)));
     addTabs();
     addSheets();
     addPopovers();
@@ -131,7 +131,8 @@ void MainWindow::addPopovers() {
     receipt->setObjectName(QStringLiteral("receiptPopover"));
     auto* view = new ReceiptView(receipt);
     view->setObjectName(QStringLiteral("dropView"));
-    view->setFixedSize(480, 560);
+    // Around it lie the frame and the button below.
+    view->setFixedSize(QSize(480, 560).boundedTo(roomOnScreen(*this) - QSize(32, 48)));
     auto* receiptLayout = new QVBoxLayout(receipt);
     receiptLayout->setContentsMargins(8, 8, 8, 8);
     receiptLayout->addWidget(view);
