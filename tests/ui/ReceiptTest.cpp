@@ -290,7 +290,7 @@ private Q_SLOTS:
         // Gone, and back.
         QVERIFY(QFile::remove(file));
         QTRY_VERIFY(view().result() == DecodingResult::NotFound && dropButton().picture().isNull());
-        QCOMPARE(button().state(), KPXDropButton::State::NotFound);
+        QTRY_COMPARE(button().state(), KPXDropButton::State::NotFound);
         writePicture(QStringLiteral("scan.bmp"), {30, 50}, blue);
         QTRY_VERIFY(shows(blue));
         QTRY_COMPARE(button().state(), KPXDropButton::State::Attached);
