@@ -53,6 +53,7 @@ Application::Application()
     restoreWindowState(*m_window);
     QObject::connect(&*m_window, &MainWindow::closed, qApp, [this] {
         saveWindowState(*m_window);
+        m_ports.windows.closeSplash();
         m_delegate.windowWillClose();
         endUnlessSomethingStays();
     });
@@ -114,7 +115,13 @@ void Application::quit() {
 
 void Application::raise() {
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    const bool wasClosed = !m_window->isVisible();
+    m_window->show();
     m_ports.windows.makeMainWindowKeyAndFront(true);
+    if (wasClosed) {
+        // Meanwhile a preview of ours may be active, and would stay it.
+        m_window->activateWindow();
+    }
 }
 
 void Application::open(const UserNotification& reminder) {

@@ -36,15 +36,13 @@ void QtWindowPresenter::showSplash(const std::vector<std::string>& fields) {
 void QtWindowPresenter::closeSplash() { delete m_splash.data(); }
 
 void QtWindowPresenter::makeMainWindowKeyAndFront(bool evenIfAnotherIsActive) {
-    if (!m_window) {
+    // One that was closed, with previews left open, is opened again by the user only, not by the end of the splash.
+    if (!m_window || !m_window->isVisible()) {
         return;
     }
-    const bool wasClosed = !m_window->isVisible();
-    m_window->show();
     m_window->raise();
     const bool anotherIsActive = QApplication::applicationState() != Qt::ApplicationActive;
-    // While it is closed a preview of ours may be active, and would stay it.
-    const bool noneIsActive = QApplication::activeWindow() == nullptr || wasClosed;
+    const bool noneIsActive = QApplication::activeWindow() == nullptr;
     if (noneIsActive && (evenIfAnotherIsActive || !anotherIsActive)) {
         m_window->activateWindow();
     }
