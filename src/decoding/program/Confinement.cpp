@@ -22,6 +22,11 @@ namespace kpx {
 
 namespace {
 
+/// The library's own macros for it are C's.
+constexpr scmp_arg_cmp argument(unsigned index, scmp_compare comparison, scmp_datum_t first, scmp_datum_t second = 0) {
+    return {index, comparison, first, second};
+}
+
 constexpr rlim_t memory = rlim_t{512} << 20;
 constexpr rlim_t seconds = 5;
 
@@ -90,18 +95,18 @@ void giveUpSystemCalls() {
         ::seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), ::seccomp_syscall_resolve_name(name), 0);
     }
     // Threads, but no process, which would have limits of its own.
-    ::seccomp_rule_add(filter, refuse, SCMP_SYS(clone), 1, SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(clone), 1, argument(0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
     // Signals, limits and priorities of its own alone: 0 stands for the process itself.
     ::seccomp_rule_add(filter, refuse, SCMP_SYS(tgkill), 1,
-                       SCMP_A0(SCMP_CMP_NE, static_cast<scmp_datum_t>(::getpid())));
-    ::seccomp_rule_add(filter, refuse, SCMP_SYS(prlimit64), 1, SCMP_A0(SCMP_CMP_NE, 0));
+                       argument(0, SCMP_CMP_NE, static_cast<scmp_datum_t>(::getpid())));
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(prlimit64), 1, argument(0, SCMP_CMP_NE, 0));
     // No keys typed into the terminal that the program may have been started from.
-    ::seccomp_rule_add(filter, refuse, SCMP_SYS(ioctl), 1, SCMP_A1(SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, TIOCSTI));
+    ::seccomp_rule_add(filter, refuse, SCMP_SYS(ioctl), 1, argument(1, SCMP_CMP_MASKED_EQ, 0xFFFFFFFF, TIOCSTI));
     for (const scmp_datum_t flag : {O_WRONLY, O_RDWR, O_CREAT, O_TRUNC}) {
         ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name("open"), 1,
-                           SCMP_A1(SCMP_CMP_MASKED_EQ, flag, flag));
+                           argument(1, SCMP_CMP_MASKED_EQ, flag, flag));
         ::seccomp_rule_add(filter, refuse, ::seccomp_syscall_resolve_name("openat"), 1,
-                           SCMP_A2(SCMP_CMP_MASKED_EQ, flag, flag));
+                           argument(2, SCMP_CMP_MASKED_EQ, flag, flag));
     }
     // A kernel that knows no filters leaves the limits, which are what most hostile files run into.
     if (::seccomp_load(filter) != 0) {
