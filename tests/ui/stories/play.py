@@ -5,8 +5,11 @@ compares the files at the end.
     with-display.sh play.py VELMORA
 """
 
+import base64
+import datetime
 import os
 import pathlib
+import plistlib
 import subprocess
 import sys
 import tempfile
@@ -21,7 +24,11 @@ from screen import NotThere, Screen, wait_for  # noqa: E402
 
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 TEXT, DAY, POP_UP = Atspi.Role.TEXT, Atspi.Role.SPIN_BUTTON, Atspi.Role.COMBO_BOX
-HISTORY = "Prescription history"
+BUTTON, RADIO, BOX = Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.CHECK_BOX
+HISTORY, SCHEDULE = "Prescription history", "Refill schedule"
+RECEIPT = "spring.png"
+# One pixel.
+PICTURE = base64.b64decode("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAQAAAC1HAwCAAAAC0lEQVR42mNk+A8AAQUBAScY42YAAAAASUVORK5CYII=")
 
 
 def add_entry(hand, screen, step, sheet, fields):
@@ -80,22 +87,153 @@ def delete(hand, screen):
     screen.says("Deleted 2 fills of 4417203")
 
 
-STORIES = (lists_and_first_fill, refill_and_change, delete)
+def filter_and_all(hand, screen):
+    # A tab is opened for a history when it is chosen.
+    hand.open_tab("Refill Schedule")
+    screen.says("Nothing is due.")
+    hand.open_tab("History")
+    hand.press("Filter…")
+    screen.titled("Filter the History")
+    hand.turn_on(RADIO, "Refill")
+    hand.fill_in("Begin date", "1/1/2024", DAY)
+    hand.fill_in("End date", "12/31/2024", DAY)
+    hand.press("Show")
+    hand.press("Close")
+    screen.titled("Velmora")
+    screen.has_rows(HISTORY, 1)
+    wait_for(lambda: screen.look(Atspi.Role.LABEL, "Refill · 1/1/24 – 12/31/24"), "the filter")
+    hand.press("All")
+    screen.has_rows(HISTORY, 2)
+
+
+def attach_a_receipt(hand, screen):
+    hand.load_row(HISTORY, 0)
+    hand.choose_of_button("Receipt", "Choose…")
+    screen.titled("Choose a Receipt")
+    hand.fill_in("File name:", str(screen.folder / "Velmora" / RECEIPT))
+    hand.press("Open")
+    if screen.stays(BUTTON, "Open"):
+        hand.press("Open")  # the first one closed the list of what the name could be completed to
+    screen.titled("Velmora")
+    screen.describes(BUTTON, "Receipt", RECEIPT)
+    hand.press("Change")
+    screen.says("Changed 4417203, refill, 1 refill left")
+
+
+def take_the_receipt_off(hand, screen):
+    hand.load_row(HISTORY, 1)
+    screen.describes(BUTTON, "Receipt", RECEIPT)
+    hand.choose_of_button("Receipt", "Remove")
+    hand.press("Change")
+    screen.says("Changed 4417203, refill, 1 refill left")
+
+
+def schedule_and_reminders(hand, screen):
+    """A fill of today, as only the future is reminded of."""
+    hand.choose("Fill type", "Initial")
+    for name, text in {"Rx number": "5500", "Days supply": "30", "Refills authorised": "1"}.items():
+        hand.fill_in(name, text)
+    hand.fill_in("Dispense date", screen.today, DAY)
+    hand.fill_in("Expiration date", "12/31/2099", DAY)
+    hand.press("Add")
+    screen.says("Added 5500, initial, 1 refill left")
+    hand.open_tab("Refill Schedule")
+    screen.says("Nothing is due.")
+    hand.turn_on(RADIO, "Whole history")
+    hand.press("Show")
+    screen.has_rows(SCHEDULE, 3)
+    hand.turn_on(RADIO, "Latest fill of each prescription")
+    hand.press("Show")
+    screen.has_rows(SCHEDULE, 1)
+    hand.choose_of_row(SCHEDULE, 0, "Send a reminder to the System Notification Center for this item")
+    hand.press("OK")
+
+
+def withdraw_a_reminder(hand, screen):
+    hand.choose_from_menu("Reminders", "Scheduled…")
+    screen.titled("Scheduled Reminders")
+    hand.select_row("Scheduled reminders", 0)
+    hand.press("Remove")
+    screen.has_rows("Scheduled reminders", 0)
+    hand.press("Close")
+    screen.titled("Velmora")
+    hand.choose_from_menu("Reminders", "Every Refill", "3 Days Before")
+
+
+def costs(hand, screen):
+    hand.open_tab("Costs")
+    hand.fill_in("Begin date", "1/1/2024", DAY)
+    hand.fill_in("End date", "12/31/2024", DAY)
+    hand.press("Show")
+    screen.shows(TEXT, "Total cost", "21.25")
+    hand.choose("Chart of costs", "By Drug")
+    hand.press("Print Chart")
+    close_the_preview(hand, screen)
+
+
+def reports(hand, screen):
+    hand.open_tab("Reports")
+    hand.turn_on(BOX, "Patient list")
+    hand.press("Print")
+    close_the_preview(hand, screen)
+    hand.open_tab("History")
+
+
+def close_the_preview(hand, screen):
+    wait_for(lambda: (screen.window() or screen.application).get_name().endswith("Print Preview"), "the preview")
+    hand.choose_from_menu("Report", "Close")
+    screen.titled("Velmora")
+
+
+def bring_back(hand, screen):
+    hand.choose_from_menu("File", "Earlier States…")
+    screen.titled("Earlier States")
+    hand.select_row("Earlier states, newest first", 0)
+    hand.press("Bring Back…")
+    hand.press("Yes")
+    screen.titled("Earlier States")
+    hand.press("Close")
+    screen.titled("Velmora")
+    screen.has_rows(HISTORY, 2)
+
+
+STORIES = (lists_and_first_fill, refill_and_change, filter_and_all, attach_a_receipt, take_the_receipt_off, delete)
+# By the mouse and through assistive technology.
+FURTHER_STORIES = (bring_back, schedule_and_reminders, withdraw_a_reminder, costs, reports)
+
+
+def content_of(path):
+    """A receipt is kept as where its file lies, in another household elsewhere: that there is one is told instead."""
+    if path.name != "prescriptionHistoryFileForKPX":
+        return path.read_bytes()
+    return [{key: bool(value) if key == "MHReceiptKey" else value for key, value in fill.items()}
+            for fill in plistlib.loads(path.read_bytes())]
 
 
 def files_of(folder):
-    return {path.name: path.read_bytes() for path in sorted((folder / "Velmora").iterdir()) if path.is_file()}
+    """The data files by their names, and what the reminders hold, whose names are their times."""
+    state = folder / "state" / "Velmora"
+    reminders = [path.read_bytes() for path in sorted(state.rglob("*")) if path.is_file() and "eminder" in str(path)]
+    data = {path.name: content_of(path) for path in sorted((folder / "Velmora").iterdir())
+            if path.is_file() and path.name != RECEIPT}
+    return data | {"the reminders": reminders}
 
 
 def live(program, way, folder):
     """The files after each story."""
-    environment = dict(os.environ, XDG_DATA_HOME=str(folder), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    environment = dict(os.environ, XDG_DATA_HOME=str(folder), XDG_STATE_HOME=str(folder / "state"),
+                       QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    (folder / "Velmora").mkdir()
+    (folder / "Velmora" / RECEIPT).write_bytes(PICTURE)
     process = subprocess.Popen([program], env=environment)
     states = []
     try:
         screen = Screen(process)
+        screen.folder = folder
+        today = datetime.date.today()
+        screen.today = f"{today.month}/{today.day}/{today.year}"
         hand = way(screen)
-        for story in STORIES:
+        for story in STORIES if way is Keyboard else STORIES + FURTHER_STORIES:
             print(f"{way.name}: {story.__name__.replace('_', ' ')}", flush=True)
             story(hand, screen)
             states.append(files_of(folder))
@@ -106,7 +244,7 @@ def live(program, way, folder):
 
 
 def difference(way, states, expected):
-    for story, (now, then) in zip(STORIES, zip(states, expected)):
+    for story, now, then in zip(STORIES + FURTHER_STORIES, states, expected):
         for name in sorted(now.keys() | then.keys()):
             if now.get(name) != then.get(name):
                 return f"{way.name}: after {story.__name__} {name} is another one than by {Mouse.name}"

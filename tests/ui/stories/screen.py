@@ -52,7 +52,9 @@ def everything(node):
     yield node
     if node.get_role() not in CLOSED:
         for child in children(node):
-            yield from everything(child)
+            # What is not seen, as the other tabs, is not looked through.
+            if has(child, State.SHOWING):
+                yield from everything(child)
 
 
 class Screen:
@@ -105,6 +107,51 @@ class Screen:
             if has(node, State.FOCUSED):
                 return node
         return None
+
+    def stays(self, role, name):
+        end = time.monotonic() + 3
+        while time.monotonic() < end and self.look(role, name):
+            time.sleep(0.1)
+        return bool(self.look(role, name))
+
+    def stops(self):
+        """What may have the focus; a tab has it with the list of tabs."""
+        window = self.window()
+        return [node for node in everything(window)
+                if has(node, State.FOCUSABLE) and node.get_role() != Atspi.Role.PAGE_TAB] if window else []
+
+    def focused_of(self, stops, last):
+        """The same, looked for where Tab leads from the last one: mostly the next."""
+        place = stops.index(last) + 1 if last in stops else 0
+        for node in stops[place:] + stops[:place]:
+            if has(node, State.FOCUSED):
+                return node
+        return self.focused()
+
+    def menu_items(self, path):
+        """The menu of the menu bar, and the items that lead to the last one of the path; open or not."""
+        bar = wait_for(lambda: self.look(Atspi.Role.MENU_BAR, ""), "the menu bar")
+        items, around = [], bar
+        for name in path:
+            items.append(next(item for item in children(around) if item.get_name() == name))
+            around = next(iter(children(items[-1])), None)
+        return items
+
+    def context_menu_item(self, name):
+        """Of the context menu that is open."""
+        def shown():
+            for node in everything(self.window()):
+                if node.get_role() == Atspi.Role.POPUP_MENU:
+                    return next((item for item in children(node) if item.get_name() == name), None)
+            return None
+        return wait_for(shown, f"{name} in a context menu")
+
+    def describes(self, role, name, text):
+        wait_for(lambda: (node := self.look(role, name)) and text in node.get_description(), f"“{text}” about {name}")
+
+    def has_rows(self, table, count):
+        wait_for(lambda: (node := self.look(Atspi.Role.TABLE, table)) and Atspi.Table.get_n_rows(node) == count,
+                 f"{count} rows in {table}")
 
     def says(self, text):
         wait_for(lambda: (bar := self.look(Atspi.Role.STATUS_BAR, text)) and bar, f"“{text}” in the status line")
