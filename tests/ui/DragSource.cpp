@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
         addresses << QUrl(address);
     }
     DragSource source(actions, addresses);
-    source.setGeometry(arguments[1].toInt(), arguments[2].toInt(), 240, 240);
+    source.setGeometry(arguments[1].toInt(), arguments[2].toInt(), 480, 480);
     source.show();
     return QApplication::exec();
 }

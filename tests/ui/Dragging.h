@@ -21,10 +21,13 @@ public:
     QString drop();
 
 private:
+    void start();
+    void stop();
     /// What the other program says, but where it has the mouse.
     QString line();
     QPoint sourceAt();
 
+    QStringList m_arguments;
     QProcess m_source;
     bool m_ready = false;
     bool m_taken = false;

@@ -26,6 +26,16 @@ QAbstractButton* buttonAt(const QPoint& globalPosition) {
     return isReachable ? button : nullptr;
 }
 
+/// Whether the widget is in the window, or in one that was opened from it. Their places on the screen do not tell, as
+/// not every desktop does.
+bool belongsTo(const QWidget& widget, const QWidget* window) {
+    const QWidget* at = &widget;
+    while (at && at != window) {
+        at = at->parentWidget();
+    }
+    return at;
+}
+
 }  // namespace
 
 PopoverFrame::PopoverFrame(QWidget* parent, Closing closing)
@@ -74,7 +84,8 @@ void PopoverFrame::showEvent(QShowEvent* event) {
 bool PopoverFrame::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::MouseButtonPress:
-            return watched->isWidgetType() && pressedElsewhere(static_cast<QMouseEvent&>(*event));
+            return watched->isWidgetType() &&
+                   pressedElsewhere(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
         case QEvent::KeyPress:
             return watched->isWidgetType() && escapePressedBeneath(*watched, static_cast<QKeyEvent&>(*event));
         case QEvent::Hide:
@@ -97,15 +108,14 @@ bool PopoverFrame::anchorContains(const QPoint& globalPosition) const {
     return m_anchor && QRect(m_anchor->mapToGlobal(QPoint(0, 0)), m_anchor->size()).contains(globalPosition);
 }
 
-bool PopoverFrame::pressedElsewhere(const QMouseEvent& event) {
-    const QPoint position = event.globalPosition().toPoint();
+bool PopoverFrame::pressedElsewhere(const QWidget& target, const QMouseEvent& event) {
     const QWidget* sheet = QApplication::activeModalWidget();
-    const bool onSheet = sheet && sheet != parent() && sheet->frameGeometry().contains(position);
-    if (frameGeometry().contains(position) || onSheet) {
+    const bool onSheet = sheet && sheet != parent() && belongsTo(target, sheet);
+    if (belongsTo(target, this) || onSheet) {
         return false;
     }
     hide();
-    return anchorContains(position);
+    return anchorContains(event.globalPosition().toPoint());
 }
 
 bool PopoverFrame::escapePressedBeneath(const QObject& target, const QKeyEvent& event) {

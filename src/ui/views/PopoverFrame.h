@@ -31,7 +31,7 @@ protected:
 private:
     bool anchorContains(const QPoint& globalPosition) const;
     /// Whether the event may pass on.
-    bool pressedElsewhere(const QMouseEvent& event);
+    bool pressedElsewhere(const QWidget& target, const QMouseEvent& event);
     /// Closes also when the keyboard has gone back to the window it hangs from, as after an alert.
     bool escapePressedBeneath(const QObject& target, const QKeyEvent& event);
 
