@@ -92,6 +92,16 @@ private Q_SLOTS:
         QVERIFY(find<QPushButton>("showBtnTab2")->isEnabled());
     }
 
+    void f10LeadsToTheMenuBar() {
+        writeSmallHousehold();
+        start();
+        QVERIFY(QTest::qWaitForWindowActive(&m_program->window()));
+        QTest::keyClick(find<QWidget>("rxNumberTab1"), Qt::Key_F10);
+        QTRY_VERIFY(find<QWidget>("menuFile")->isVisible());
+        QTest::keyClick(find<QWidget>("menuFile"), Qt::Key_Escape);
+        QTRY_VERIFY(!find<QWidget>("menuFile")->isVisible());
+    }
+
     void everyWindowFitsTheScreen() {
         writeSmallHousehold();
         start();

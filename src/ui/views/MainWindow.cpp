@@ -23,6 +23,7 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
@@ -84,6 +85,9 @@ MainWindow::MainWindow() {
         auto* menu = new QMenu(this);
         menu->setObjectName(QLatin1String(name));
     }
+    // The toolkit knows the key by itself on other desktops only.
+    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+            [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
     auto* quit = findChild<QAction*>(QStringLiteral("quitMenuItem"));
     // From the previews of reports, too.
     quit->setShortcutContext(Qt::ApplicationShortcut);
