@@ -19,6 +19,8 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPageRanges>
@@ -583,6 +585,14 @@ TEST_F(PreviewWindowTest, EveryCommandHasAKeyAndAMenuPlace) {
         EXPECT_TRUE(command->text().contains(QLatin1Char('&')));
     }
     EXPECT_FALSE(pagesOf(window).accessibleName().isEmpty());
+}
+
+TEST_F(PreviewWindowTest, F10LeadsToTheMenuBar) {
+    PreviewWindow& window = open(4, 1);
+    QMenu* first = window.menuBar()->actions().constFirst()->menu();
+    press(window, Qt::Key_F10);
+    EXPECT_TRUE(first->isVisible());
+    first->close();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "ui/preview/DocumentTabs.h"
 #include "ui/preview/FindBar.h"
 #include "ui/preview/PagesView.h"
+#include "ui/views/MenuBarKey.h"
 #include "ui/views/ScreenRoom.h"
 
 #include <QAction>
@@ -41,6 +42,7 @@ PreviewWindow::PreviewWindow(const QPageLayout& layout, QString language, QWidge
     statusBar()->addPermanentWidget(m_position);
     statusBar()->setSizeGripEnabled(false);
     buildCommands();
+    openMenuBarByKey(*this);
     connect(m_tabs, &QTabWidget::currentChanged, this, &PreviewWindow::showCurrent);
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &PreviewWindow::closeDocument);
     connect(m_findBar, &FindBar::wordsChanged, this,

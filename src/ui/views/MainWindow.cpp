@@ -3,6 +3,7 @@
 #include "ui/views/AccessibleWindow.h"
 #include "ui/views/DayCalendar.h"
 #include "ui/views/FoldingForm.h"
+#include "ui/views/MenuBarKey.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
 #include "ui/views/ScreenRoom.h"
@@ -23,7 +24,6 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
@@ -85,9 +85,7 @@ MainWindow::MainWindow() {
         auto* menu = new QMenu(this);
         menu->setObjectName(QLatin1String(name));
     }
-    // The toolkit knows the key by itself on other desktops only.
-    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
-            [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
+    openMenuBarByKey(*this);
     auto* quit = findChild<QAction*>(QStringLiteral("quitMenuItem"));
     // From the previews of reports, too.
     quit->setShortcutContext(Qt::ApplicationShortcut);

@@ -196,9 +196,7 @@ class Keyboard:
 
     def choose_from_menu(self, *path):
         menu, *items = self.screen.menu_items(path)
-        xdotool("key", "F10")
-        wait_for(lambda: has(menu, State.FOCUSED) or xdotool("key", "Right"), menu.get_name())
-        xdotool("key", "Down")
+        xdotool("key", "F10", *["Right"] * menu.get_index_in_parent())
         for item in items:
             self._go_down_to(item)
             xdotool("key", "Return")

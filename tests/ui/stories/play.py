@@ -197,9 +197,8 @@ def bring_back(hand, screen):
     screen.has_rows(HISTORY, 2)
 
 
-STORIES = (lists_and_first_fill, refill_and_change, filter_and_all, attach_a_receipt, take_the_receipt_off, delete)
-# By the mouse and through assistive technology.
-FURTHER_STORIES = (bring_back, schedule_and_reminders, withdraw_a_reminder, costs, reports)
+STORIES = (lists_and_first_fill, refill_and_change, filter_and_all, attach_a_receipt, take_the_receipt_off, delete,
+           bring_back, schedule_and_reminders, withdraw_a_reminder, costs, reports)
 
 
 def content_of(path):
@@ -233,7 +232,7 @@ def live(program, way, folder):
         today = datetime.date.today()
         screen.today = f"{today.month}/{today.day}/{today.year}"
         hand = way(screen)
-        for story in STORIES if way is Keyboard else STORIES + FURTHER_STORIES:
+        for story in STORIES:
             print(f"{way.name}: {story.__name__.replace('_', ' ')}", flush=True)
             story(hand, screen)
             states.append(files_of(folder))
@@ -244,7 +243,7 @@ def live(program, way, folder):
 
 
 def difference(way, states, expected):
-    for story, now, then in zip(STORIES + FURTHER_STORIES, states, expected):
+    for story, now, then in zip(STORIES, states, expected):
         for name in sorted(now.keys() | then.keys()):
             if now.get(name) != then.get(name):
                 return f"{way.name}: after {story.__name__} {name} is another one than by {Mouse.name}"

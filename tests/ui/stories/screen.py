@@ -101,10 +101,10 @@ class Screen:
         return wait_for(usable, f"{role.value_nick} {name}")
 
     def focused(self):
-        """The control with the focus in the active window."""
+        """The control with the focus in the active window; a row of buttons says so of its button's."""
         window = self.window()
         for node in everything(window) if window else ():
-            if has(node, State.FOCUSED):
+            if has(node, State.FOCUSED) and has(node, State.FOCUSABLE):
                 return node
         return None
 
