@@ -210,9 +210,10 @@ def content_of(path):
 
 
 def files_of(folder):
-    """The data files by their names, and what the reminders hold, whose names are their times."""
-    state = folder / "state" / "Velmora"
-    reminders = [path.read_bytes() for path in sorted(state.rglob("*")) if path.is_file() and "eminder" in str(path)]
+    """The data files by their names, and what the reminders hold, whose names are their times and states. What else lies
+    beside them is the agent's, which comes and goes when it likes."""
+    schedule = folder / "state" / "Velmora" / "reminders"
+    reminders = [path.read_bytes() for path in sorted(schedule.glob("*.*.*.*"))]
     data = {path.name: content_of(path) for path in sorted((folder / "Velmora").iterdir())
             if path.is_file() and path.name != RECEIPT}
     return data | {"the reminders": reminders}
