@@ -228,6 +228,17 @@ bool clickMouse(const QWidget& target, const QPoint& position) {
            act({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
-bool pressKeys(const QString& keys) { return act({QStringLiteral("key"), keys}); }
+bool pressKeys(const QString& keys) {
+    // One after the other, as fingers do: of a chord at once Weston may see the letter before its modifier.
+    const QStringList chord = keys.split(QLatin1Char('+'));
+    bool pressed = true;
+    for (const QString& key : chord) {
+        pressed = act({QStringLiteral("keydown"), key}) && pressed;
+    }
+    for (const QString& key : chord) {
+        pressed = act({QStringLiteral("keyup"), key}) && pressed;
+    }
+    return pressed;
+}
 
 }  // namespace kpx::test
