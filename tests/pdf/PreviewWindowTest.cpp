@@ -181,31 +181,31 @@ TEST_F(PreviewWindowTest, SaysWhichOfAllCouldNotBeSaved) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Drug List.pdf")));  // where no file can be put
     QString told;
     Qt::TextFormat format = Qt::AutoText;
-    QTimer::singleShot(0, &window, [&] {
+    QTimer answers;  // to each dialog once it is there
+    bool chosen = false;
+    QObject::connect(&answers, &QTimer::timeout, &window, [&] {
         auto* dialog = window.findChild<QFileDialog*>();
-        ASSERT_NE(dialog, nullptr);
-        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
-        QTimer::singleShot(0, &window, [&] {
-            auto* question = window.findChild<QMessageBox*>();
-            ASSERT_NE(question, nullptr);
-            QTimer::singleShot(0, &window, [&, question] {
-                for (auto* box : window.findChildren<QMessageBox*>()) {
-                    if (box != question) {
-                        told = box->text();
-                        format = box->textFormat();
-                        box->accept();
-                    }
-                }
-            });
-            for (QAbstractButton* button : question->buttons()) {
-                if (question->buttonRole(button) == QMessageBox::DestructiveRole) {
-                    button->click();
-                    return;
-                }
+        if (!chosen && dialog && dialog->isVisible()) {
+            chosen = true;
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
+            static_cast<QDialog*>(dialog)->accept();
+            return;
+        }
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) {
+            return;
+        }
+        for (QAbstractButton* button : box->buttons()) {
+            if (box->buttonRole(button) == QMessageBox::DestructiveRole) {
+                button->click();
+                return;
             }
-        });
-        static_cast<QDialog*>(dialog)->accept();
+        }
+        told = box->text();
+        format = box->textFormat();
+        box->accept();
     });
+    answers.start(5);
     window.findChild<QAction*>(QStringLiteral("saveAllCommand"))->trigger();
     EXPECT_TRUE(told.contains(QStringLiteral("Drug List.pdf")));
     EXPECT_FALSE(told.contains(QStringLiteral("Patient List.pdf")));
