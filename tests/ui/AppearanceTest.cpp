@@ -56,6 +56,32 @@ private Q_SLOTS:
         QTRY_VERIFY(shows(false, false));
     }
 
+    /// As one that the desktop starts only now.
+    void followsAPortalThatAnswersLate() {
+        writeSmallHousehold();
+        setScheme("dark");
+        setScheme("high");
+        {
+            Application before;
+            QVERIFY(before.window().palette() == paletteOf({.dark = true, .highContrast = true}));
+        }
+        setScheme("keep silent");
+        Application program;
+        QVERIFY(startUp(program));
+        QVERIFY(program.window().palette() == paletteOf({.dark = false, .highContrast = false}));
+        setScheme("answer");
+        QTRY_VERIFY(program.window().palette() == paletteOf({.dark = true, .highContrast = true}));
+        QCOMPARE(icon(program), std::string("calIcon_dark.png"));
+    }
+
+    void followsTheContrastWhereThereIsNoColorScheme() {
+        writeSmallHousehold();
+        setScheme("high");
+        setScheme("no scheme");
+        Application program;
+        QVERIFY(program.window().palette() == paletteOf({.dark = false, .highContrast = true}));
+    }
+
 private:
     void setScheme(const QByteArray& scheme) {
         m_portal.write(scheme + '\n');

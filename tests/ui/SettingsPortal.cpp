@@ -1,6 +1,7 @@
 // The settings portal of a desktop, for tests: offers the colour scheme and the contrast on the session bus.
-// Each line on standard input, "dark", "light", "high" or "normal", changes one of them; each is answered with a line
-// once it holds.
+// Each line on standard input, "dark", "light", "high" or "normal", changes one of them; "no scheme" takes the first
+// away, "keep silent" leaves whoever asks without an answer until "answer" comes. Each line is answered with one once
+// it holds.
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -34,6 +35,10 @@ public:
                                                   {QStringLiteral("light"), {schemeKey, 2}},
                                                   {QStringLiteral("high"), {contrastKey, 1}},
                                                   {QStringLiteral("normal"), {contrastKey, 0}}};
+        if (!settings.contains(wish)) {
+            change(wish);
+            return;
+        }
         const auto [key, number] = settings.value(wish);
         m_values[key] = number;
         QDBusMessage changed = QDBusMessage::createSignal(path, interface, QStringLiteral("SettingChanged"));
@@ -42,11 +47,41 @@ public:
     }
 
 public Q_SLOTS:
-    QDBusVariant ReadOne(const QString&, const QString& key) { return value(key); }
+    QDBusVariant ReadOne(const QString&, const QString& key, const QDBusMessage& call) {
+        call.setDelayedReply(true);
+        m_asked << Question{key, call};
+        answer();
+        return {};
+    }
 
 private:
+    struct Question {
+        QString key;
+        QDBusMessage call;
+    };
+
+    void change(const QString& wish) {
+        if (wish == QStringLiteral("no scheme")) {
+            m_values.remove(schemeKey);
+        }
+        m_silent = wish == QStringLiteral("keep silent");
+        answer();
+    }
+
+    void answer() {
+        while (!m_silent && !m_asked.isEmpty()) {
+            const auto [key, call] = m_asked.takeFirst();
+            QDBusConnection::sessionBus().send(
+                m_values.contains(key)
+                    ? call.createReply(QVariant::fromValue(value(key)))
+                    : call.createErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"), key));
+        }
+    }
+
     QDBusVariant value(const QString& key) const { return QDBusVariant(QVariant(m_values.value(key))); }
 
+    QList<Question> m_asked;
+    bool m_silent = false;
     QHash<QString, uint> m_values = {{schemeKey, 2}, {contrastKey, 0}};
 };
 

@@ -1,6 +1,7 @@
 #include "ui/ports/QtSystemInformation.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QVariant>
 
@@ -26,38 +27,66 @@ QVariant unwrapped(QVariant value) {
     return value;
 }
 
-/// Nothing where no portal answers.
-std::optional<uint> readSetting(const QString& key) {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        return std::nullopt;
-    }
-    // A desktop without a portal must not hold up the first window.
+const QString readMethod = QStringLiteral("ReadOne");
+/// What older portals have instead.
+const QString olderReadMethod = QStringLiteral("Read");
+
+QDBusMessage readCall(const QString& method, const QString& key) {
+    QDBusMessage call = QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, method);
+    call << appearance << key;
+    return call;
+}
+
+bool hasError(const QDBusMessage& reply, const char* name) {
+    return reply.errorName() == QStringLiteral("org.freedesktop.DBus.Error.") + QLatin1String(name);
+}
+
+/// A portal's answer, or an error. A desktop without one must not hold up the first window.
+QDBusMessage readSetting(const QString& key) {
     constexpr int timeOutInMilliseconds = 500;
-    for (const char* method : {"ReadOne", "Read"}) {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(portal, portalPath, settingsInterface, QLatin1String(method));
-        call << appearance << key;
-        const QDBusMessage reply = bus.call(call, QDBus::Block, timeOutInMilliseconds);
-        if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
-            return unwrapped(reply.arguments().constFirst()).toUInt();
-        }
-        if (reply.errorName() != QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod")) {
-            break;
-        }
-    }
-    return std::nullopt;
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const QDBusMessage reply = bus.call(readCall(readMethod, key), QDBus::Block, timeOutInMilliseconds);
+    return hasError(reply, "UnknownMethod")
+               ? bus.call(readCall(olderReadMethod, key), QDBus::Block, timeOutInMilliseconds)
+               : reply;
 }
 
 }  // namespace
 
 QtSystemInformation::QtSystemInformation() : m_region(variableOfProcess) {
-    // A portal that does not answer is not asked twice.
-    if (const auto scheme = readSetting(colorScheme)) {
-        m_scheme = {.dark = *scheme == preferDark, .highContrast = readSetting(contrast) == preferHighContrast};
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(settingChanged(QDBusMessage)));
+    bool answersInTime = bus.isConnected();
+    for (const QString& key : {colorScheme, contrast}) {
+        const QDBusMessage reply = answersInTime ? readSetting(key) : QDBusMessage();
+        answersInTime = answersInTime && !hasError(reply, "NoReply");
+        if (answersInTime) {
+            takeAnswer(key, reply);
+        } else if (bus.isConnected()) {
+            // The desktop may only be starting it. The window is there meanwhile.
+            askWithoutWaiting(key, readMethod);
+        }
     }
-    QDBusConnection::sessionBus().connect(portal, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                                          SLOT(settingChanged(QDBusMessage)));
+}
+
+void QtSystemInformation::askWithoutWaiting(const QString& key, const QString& method) {
+    auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(readCall(method, key)), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, key, method](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        const QDBusMessage reply = finished->reply();
+        if (method == readMethod && hasError(reply, "UnknownMethod")) {
+            askWithoutWaiting(key, olderReadMethod);
+        } else {
+            takeAnswer(key, reply);
+        }
+    });
+}
+
+void QtSystemInformation::takeAnswer(const QString& key, const QDBusMessage& reply) {
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+        takeSetting(key, reply.arguments().constFirst());
+    }
 }
 
 SystemInformation::Version QtSystemInformation::systemVersion() {
@@ -75,11 +104,15 @@ void QtSystemInformation::settingChanged(const QDBusMessage& message) {
     if (arguments.size() != 3 || arguments[0].toString() != appearance) {
         return;
     }
-    const uint value = unwrapped(arguments[2]).toUInt();
+    takeSetting(arguments[1].toString(), arguments[2]);
+}
+
+void QtSystemInformation::takeSetting(const QString& key, const QVariant& answered) {
+    const uint value = unwrapped(answered).toUInt();
     Scheme scheme = m_scheme;
-    if (arguments[1].toString() == colorScheme) {
+    if (key == colorScheme) {
         scheme.dark = value == preferDark;
-    } else if (arguments[1].toString() == contrast) {
+    } else if (key == contrast) {
         scheme.highContrast = value == preferHighContrast;
     }
     setScheme(scheme);

@@ -33,6 +33,9 @@ private Q_SLOTS:
     void settingChanged(const QDBusMessage& message);
 
 private:
+    void askWithoutWaiting(const QString& key, const QString& method);
+    void takeAnswer(const QString& key, const QDBusMessage& reply);
+    void takeSetting(const QString& key, const QVariant& answered);
     void setScheme(const Scheme& scheme);
 
     Scheme m_scheme;
