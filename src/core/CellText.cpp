@@ -41,7 +41,8 @@ std::string escaped(const std::string& text) {
 std::string shownText(std::string_view column, const Value& value, const Environment& environment,
                       const LocalizedStrings& localized) {
     if (const Date* date = value.as<Date>()) {
-        return shortStyleFromDate(*date, environment);
+        const std::string day = shortStyleFromDate(*date, environment);
+        return column == "when" ? day + "  " + timeOfDayFromDate(*date, environment) : day;
     }
     return column == "cost" ? formatShownCost(value, environment)
                             : shownWord(column, textOfValue(&value).value_or("").string(), localized);

@@ -13,7 +13,7 @@ std::optional<int> nextRowHolding(std::string_view text, const Records& rows, co
     if (text.empty()) {
         return std::nullopt;
     }
-    const FoldedText sought(text, {.caseInsensitive = true, .diacriticInsensitive = true});
+    const FoldedText sought(text);
     const auto holdsIt = [&](const Record& row) {
         return std::ranges::any_of(columns, [&](const std::string& column) {
             const Value* value = row.find(column);

@@ -8,6 +8,7 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace kpx {
 
@@ -46,19 +47,24 @@ icu::UnicodeString withoutDiacritics(const icu::UnicodeString& text) {
     return bare;
 }
 
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::u32string inSmallLetters(std::string_view ascii) {
+    std::u32string characters(ascii.begin(), ascii.end());
+    std::ranges::transform(characters, characters.begin(),
+                           [](char32_t c) { return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c; });
+    return characters;
+}
+
 /// The text as it is compared. Composed in the end, so that what is read as one character counts as one.
 std::u32string foldedCharacters(std::string_view text, Folding folding) {
     if (folding == Folding{}) {
         return charactersOfUtf8(text);
     }
-    const bool ascii = std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (ascii) {
-        std::u32string characters(text.begin(), text.end());
-        if (folding.caseInsensitive) {
-            std::ranges::transform(characters, characters.begin(),
-                                   [](char32_t c) { return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c; });
-        }
-        return characters;
+    if (isAscii(text)) {
+        return folding.caseInsensitive ? inSmallLetters(text) : std::u32string(text.begin(), text.end());
     }
     icu::UnicodeString wide = unicodeFromUtf8(text);
     if (folding.diacriticInsensitive) {
@@ -69,6 +75,33 @@ std::u32string foldedCharacters(std::string_view text, Folding folding) {
     }
     wide = normalized(wide, &icu::Normalizer2::getNFCInstance);
     return charactersOfUtf8(utf8FromUnicode(wide));
+}
+
+/// The character as it is typed, or nothing for a mark that no key has.
+std::optional<UChar32> asTyped(UChar32 character) {
+    constexpr UChar32 dotlessI = 0x131;  // the small letter of I where there are two of them
+    const auto type = u_charType(character);
+    if (type == U_NON_SPACING_MARK || type == U_FORMAT_CHAR) {
+        return std::nullopt;
+    }
+    const std::int32_t digit = u_charDigitValue(character);
+    return digit >= 0 ? U'0' + digit : character == dotlessI ? U'i' : character;
+}
+
+/// The text as it is looked for, on both sides: without case and accents, and without what no reader sees, the marks of
+/// direction, the kinds of blanks and of ligatures. A digit is the same in every script.
+std::u32string soughtCharacters(std::string_view text) {
+    if (isAscii(text)) {
+        return inSmallLetters(text);
+    }
+    const icu::UnicodeString decomposed = normalized(unicodeFromUtf8(text), &icu::Normalizer2::getNFKDInstance);
+    icu::UnicodeString typed;
+    for (std::int32_t index = 0; index < decomposed.length(); index = decomposed.moveIndex32(index, 1)) {
+        if (const auto character = asTyped(decomposed.char32At(index))) {
+            typed.append(*character);
+        }
+    }
+    return charactersOfUtf8(utf8FromUnicode(typed.foldCase()));
 }
 
 }  // namespace
@@ -105,11 +138,10 @@ bool TextPattern::matches(std::string_view text) const {
     return m_pattern.find_first_not_of(U'*', place) == std::u32string::npos;
 }
 
-FoldedText::FoldedText(std::string_view text, Folding folding)
-    : m_folding(folding), m_characters(foldedCharacters(text, folding)) {}
+FoldedText::FoldedText(std::string_view text) : m_characters(soughtCharacters(text)) {}
 
 bool FoldedText::isIn(std::string_view text) const {
-    return !m_characters.empty() && foldedCharacters(text, m_folding).find(m_characters) != std::u32string::npos;
+    return !m_characters.empty() && soughtCharacters(text).find(m_characters) != std::u32string::npos;
 }
 
 }  // namespace kpx

@@ -27,16 +27,15 @@ private:
     bool m_matchesEverything = false;
 };
 
-/// A text to be found within others, whatever characters it holds. One of which nothing is left, such as an accent
-/// alone, is in none.
+/// A text to be found within others, whatever its case, accents, blanks, ligatures and digits are there. One of which
+/// nothing is left, such as an accent alone, is in none.
 class FoldedText {
 public:
-    FoldedText(std::string_view text, Folding folding);
+    explicit FoldedText(std::string_view text);
 
     bool isIn(std::string_view text) const;
 
 private:
-    Folding m_folding;
     std::u32string m_characters;
 };
 

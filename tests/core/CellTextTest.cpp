@@ -14,10 +14,15 @@ TEST(CellText, ShowsWhatAColumnShows) {
         const char* shown;
     };
     const std::vector<Row> rows = {
-        {"patient", "Ann", "Ann"},        {"dayssupply", 30, "30"},
-        {"cost", 1234.5, "1,234.50"},     {"cost", 9, "9.00"},
-        {"scriptnote", "9", "9"},         {"expiredate", universal(2024, 12, 31), "12/31/24"},
-        {"filltype", "Refill", "Refill"}, {"patient", "", ""},
+        {"patient", "Ann", "Ann"},
+        {"dayssupply", 30, "30"},
+        {"cost", 1234.5, "1,234.50"},
+        {"cost", 9, "9.00"},
+        {"scriptnote", "9", "9"},
+        {"expiredate", universal(2024, 12, 31), "12/31/24"},
+        {"filltype", "Refill", "Refill"},
+        {"patient", "", ""},
+        {"when", universal(2024, 12, 31, 14, 5), "12/31/24  2:05\xE2\x80\xAFPM"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.column);

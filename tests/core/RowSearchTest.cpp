@@ -36,5 +36,39 @@ TEST(RowSearch, GoesRoundFromTheSelectedRow) {
     EXPECT_EQ(nextRowHolding("ann", {}, columns, -1, forward, environmentFor("en_US"), {}), std::nullopt);
 }
 
+TEST(RowSearch, FindsWhatIsReadAsTyped) {
+    struct Row {
+        const char* typed;
+        Value value;
+        const char* locale;
+        bool found;
+    };
+    const Value day = universal(2024, 3, 10);
+    const std::vector<Row> table = {
+        {"ışıl", "IŞIL", "tr_TR", true},
+        {"isil", "Işıl", "tr_TR", true},
+        {"İzmir", "izmir", "tr_TR", true},
+        {"STRASSE", "Straße", "de_DE", true},
+        {"fin", "\xEF\xAC\x81nn", "en_US", true},  // with a ligature
+        {"احمد", "أَحمد", "ar_EG", true},           // without hamza and vowel
+        {"10 ملغ", "١٠ ملغ", "ar_EG", true},
+        {"۱۰", "10 mg", "fa_IR", true},
+        {"10/3/2024", day, "ar_EG", true},  // shown with marks of direction
+        {"\xC2\xA0"
+         "10 mg",
+         "Zinc 10 mg", "en_US", true},  // a blank that does not break
+        {"ae", "a e", "en_US", false},
+        {"\xCC\x81", "é", "en_US", false},  // an accent alone
+    };
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.typed);
+        const Records rows = {Record{{"drugname", row.value}}};
+        EXPECT_EQ(
+            nextRowHolding(row.typed, rows, {"drugname"}, -1, SearchDirection::Forward, environmentFor(row.locale), {})
+                .has_value(),
+            row.found);
+    }
+}
+
 }  // namespace
 }  // namespace kpx

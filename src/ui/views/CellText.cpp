@@ -2,7 +2,6 @@
 
 #include "core/CellText.h"
 #include "core/StoredWords.h"
-#include "region/DateUtilities.h"
 #include "ui/Conversions.h"
 #include "ui/Translations.h"
 
@@ -43,8 +42,7 @@ QString cellText(const std::string& column, const Value& value, const Environmen
         // In a line read from the right ".80" would show as "80.".
         shown.prepend(QChar(0x200E));
     }
-    const Date* date = column == "when" ? value.as<Date>() : nullptr;
-    return date ? shown + QStringLiteral("  ") + qstring(timeOfDayFromDate(*date, environment)) : shown;
+    return shown;
 }
 
 Qt::Alignment cellAlignment(const std::string& column) {
