@@ -2,7 +2,6 @@
 #include "app/KPXAppDelegate.h"
 #include "core/DataFiles.h"
 #include "files/FileAddress.h"
-#include "receipts/FileIdentity.h"
 
 namespace kpx {
 
@@ -56,9 +55,10 @@ void KPXAppDelegate::chooseReceipt() {
 void KPXAppDelegate::pasteReceipt() {
     const std::string address = m_ports.clipboard.address();
     const auto file = fileOfAddress(address);
+    std::error_code error;
     if (!file) {
         outlets.statusText.setText(localized("The clipboard holds no file."));
-    } else if (!identityOf(*file)) {
+    } else if (!std::filesystem::exists(*file, error)) {
         outlets.statusText.setText(formatted(localized("%1$@ is not found."), {file->string()}));
     } else {
         takeReceipt(*file);
