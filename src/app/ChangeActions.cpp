@@ -57,6 +57,7 @@ void KPXAppDelegate::respondToTableViewDblClickTab1() {
     selectValue(outlets.fillTypeTab1, row, "filltype");
     restoreReceipt(row);
     setChange(outlets.changeBtnTab1, outlets.deleteBtnTab1, true);
+    m_ports.windows.unfold(outlets.changeBtnTab1);
 }
 
 std::optional<Record> KPXAppDelegate::selectedRecordForSearching() const {

@@ -34,6 +34,8 @@ class WindowPresenter {
 public:
     virtual ~WindowPresenter() = default;
     virtual void makeFirstResponder(const Control& control) = 0;
+    /// Where the control is folded away, it is no longer.
+    virtual void unfold(const Control& control) = 0;
     virtual void beep() = 0;
     virtual void showSplash(const std::vector<std::string>& fields) = 0;
     virtual void closeSplash() = 0;

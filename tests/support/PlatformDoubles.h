@@ -19,6 +19,7 @@ public:
     explicit WindowDouble(EventSink sink) : m_sink(std::move(sink)) {}
 
     void makeFirstResponder(const Control& control) override;
+    void unfold(const Control&) override {}
     void beep() override;
     void showSplash(const std::vector<std::string>& fields) override;
     void closeSplash() override;

@@ -4,8 +4,10 @@
 #include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DWKButtonHover.h"
+#include "ui/views/FindField.h"
 #include "ui/views/FirstStepsView.h"
 #include "ui/views/PopoverFrame.h"
+#include "ui/views/RecordTableView.h"
 #include "ui/views/SheetDialog.h"
 
 #include <QApplication>
@@ -71,6 +73,8 @@ private Q_SLOTS:
         addByStep("firstDrugBtn", "drugNameDrugSheet", "addBtnDrugSheet");
         addByStep("firstPrescriberBtn", "prescriberNamePrescriberSheet", "addBtnPrescriberSheet");
         addByStep("firstPharmacyBtn", "pharmacyNamepharmacySheet", "addBtnpharmacySheet");
+        // There are no rows to look through: the field would stand there once there are.
+        QTest::keyClick(find<QWidget>("rxNumberTab1"), Qt::Key_F, Qt::ControlModifier);
         // The button unfolds the form that it leads to.
         QTest::mouseClick(find<QAbstractButton>("foldFormBtn"), Qt::LeftButton);
         QTest::mouseClick(find<QPushButton>("firstFillBtn"), Qt::LeftButton);
@@ -81,6 +85,22 @@ private Q_SLOTS:
         QTest::mouseClick(find<QPushButton>("addBtnTab1"), Qt::LeftButton);
         QTRY_VERIFY(!steps->isVisible() && find<QTableView>("tableViewTab1")->isVisible());
         QCOMPARE(find<QTableView>("tableViewTab1")->model()->rowCount(), 1);
+        QVERIFY(find<QTableView>("tableViewTab1")->findChild<FindField*>()->isHidden());
+    }
+
+    void theFormFoldsToItsHeadingsUntilARowIsLoaded() {
+        writeSmallHousehold();
+        start();
+        auto* form = find<QWidget>("entryCard");
+        auto* rows = find<RecordTableView>("tableViewTab1");
+        const int heightOfForm = form->height();
+        QTest::mouseClick(find<QAbstractButton>("foldFormBtn"), Qt::LeftButton);
+        QTRY_VERIFY(form->height() <= find<QWidget>("foldFormBtn")->height() + 32);
+        QVERIFY(!find<QWidget>("rxNumberTab1")->isVisible());
+        QTest::mouseDClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(rows->model()->index(0, 0)).center());
+        QTRY_COMPARE(form->height(), heightOfForm);
+        QVERIFY(find<QWidget>("rxNumberTab1")->isVisible());
+        QCOMPARE(rows->currentIndex().row(), 0);
     }
 
     void withAHistoryTheTabsAreOpenAndCounted() {

@@ -107,9 +107,11 @@ void bindFind(TableView& control, RecordTableView& widget) {
         }
     });
     QObject::connect(field, &FindField::goOn, field, goOn);
-    addShortcut(QKeySequence::Find, widget, [&control, field, from] {
-        *from = control.selectedRow();
-        field->open();
+    addShortcut(QKeySequence::Find, widget, [&control, &widget, field, from] {
+        if (widget.isVisible()) {
+            *from = control.selectedRow();
+            field->open();
+        }
     });
     addShortcut(QKeySequence::FindNext, widget, [goOn] { goOn(true); });
     addShortcut(QKeySequence::FindPrevious, widget, [goOn] { goOn(false); });

@@ -21,6 +21,12 @@ void QtWindowPresenter::makeFirstResponder(const Control& control) {
     }
 }
 
+void QtWindowPresenter::unfold(const Control& control) {
+    if (QWidget* widget = widgetForControl ? widgetForControl(control) : nullptr) {
+        FoldingForm::unfold(*widget);
+    }
+}
+
 void QtWindowPresenter::beep() { QApplication::beep(); }
 
 void QtWindowPresenter::showSplash(const std::vector<std::string>& fields) {

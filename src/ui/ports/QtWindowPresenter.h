@@ -21,6 +21,7 @@ public:
     std::function<QWidget*(const Control& control)> widgetForControl;
 
     void makeFirstResponder(const Control& control) override;
+    void unfold(const Control& control) override;
     void beep() override;
     void showSplash(const std::vector<std::string>& fields) override;
     void closeSplash() override;

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 
+class QGridLayout;
 class QToolButton;
 class QWidget;
 
@@ -24,6 +25,9 @@ public:
 private:
     QWidget& m_form;
     QToolButton& m_button;
+    QGridLayout& m_rows;
+    int m_spacing;
+    int m_spacingOfRows;
     QList<QWidget*> m_folded;
 };
 
