@@ -1,6 +1,7 @@
 #include "agent/Autostart.h"
 
 #include "files/FileReplacement.h"
+#include "files/WholeFile.h"
 #include "region/LocalizedStrings.h"
 #include "reminders/Names.h"
 
@@ -38,16 +39,43 @@ std::string quoted(const std::string& program) {
     return text + '"';
 }
 
+constexpr std::string_view ifThere = "\nTryExec=";
+
+std::string linesOf(const std::filesystem::path& program) {
+    return std::string(ifThere) + program.string() + "\nExec=" + quoted(program.string()) + " --if-any\n";
+}
+
+bool isGone(const std::filesystem::path& program) {
+    std::error_code error;
+    return !std::filesystem::exists(program, error) && !error;
+}
+
+/// The entry of an agent that has gone since, with the folder where it was built or with its package, starts nothing,
+/// nor does it let an installed entry do so.
+void renew(const std::filesystem::path& own, const std::filesystem::path& program) {
+    constexpr std::size_t longest = 100'000;
+    std::string entry = readWholeFile(own, longest).bytes;
+    const std::size_t place = entry.find(ifThere);
+    if (place == std::string::npos) {
+        return;
+    }
+    const std::size_t start = place + ifThere.size();
+    const std::filesystem::path former = entry.substr(start, entry.find('\n', start) - start);
+    const std::string lines = linesOf(former);
+    if (entry.compare(place, lines.size(), lines) == 0 && former.filename() == program.filename() && isGone(former)) {
+        static_cast<void>(replaceFile(own, entry.replace(place, lines.size(), linesOf(program))));
+    }
+}
+
 }  // namespace
 
 std::string autostartEntry(const std::filesystem::path& program, const std::filesystem::path& resources) {
     constexpr auto name = localizable("Velmora Reminders");
-    std::string names = std::string("Name=") + name + "\n";
+    std::string names = std::string("Name=") + name;
     for (const auto& [language, translation] : translationsOf(name, resources)) {
-        names.append("Name[").append(language).append("]=").append(translation).append("\n");
+        names.append("\nName[").append(language).append("]=").append(translation);
     }
-    return "[Desktop Entry]\nType=Application\n" + names + "TryExec=" + program.string() +
-           "\nExec=" + quoted(program.string()) + " --if-any\nIcon=" + applicationName +
+    return "[Desktop Entry]\nType=Application\n" + names + linesOf(program) + "Icon=" + applicationName +
            "\nNoDisplay=true\nTerminal=false\n";
 }
 
@@ -57,6 +85,7 @@ void startAtLogin(const std::filesystem::path& program, const std::filesystem::p
     const std::filesystem::path own =
         std::filesystem::path(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation).toStdString()) /
         name.toStdString();
+    renew(own, program);
     const std::filesystem::path mark = scheduleFolder / "autostart";
     std::error_code error;
     if (std::filesystem::exists(mark, error)) {

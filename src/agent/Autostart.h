@@ -9,8 +9,8 @@ namespace kpx {
 std::string autostartEntry(const std::filesystem::path& program, const std::filesystem::path& resources);
 
 /// Sees to it that the agent starts at login: where no installed entry does it, one is written to the user's
-/// own autostart folder, once. An entry that the user changed, hid or removed stays as it is; the folder of
-/// the schedule keeps the mark that there was one.
+/// own autostart folder, once. An entry that the user changed, hid or removed stays as it is, but that it names this
+/// program where the one that it named is gone; the folder of the schedule keeps the mark that there was one.
 void startAtLogin(const std::filesystem::path& program, const std::filesystem::path& resources,
                   const std::filesystem::path& scheduleFolder);
 

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <regex>
 
 namespace kpx {
 namespace {
@@ -20,6 +21,11 @@ const QString past = QStringLiteral("2026-11-21");
 const QString tag = QStringLiteral("x-dunst-stack-tag");
 const QStringList plain = {QStringLiteral("body"), QStringLiteral("actions")};
 const QStringList markup = {QStringLiteral("body"), QStringLiteral("actions"), QStringLiteral("body-markup")};
+
+std::string wholeText(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 class Agent : public testing::Test {
 protected:
@@ -375,8 +381,35 @@ TEST_F(Agent, AHiddenAutostartEntryStaysHidden) {
     m_session.startAgent(noon);
     m_session.schedule("text", past);
     ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(m_session.scheduleFolder() / "autostart"); }));
-    std::ifstream file(m_session.autostartFile());
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "[Desktop Entry]\nHidden=true\n");
+    EXPECT_EQ(wholeText(m_session.autostartFile()), "[Desktop Entry]\nHidden=true\n");
+}
+
+TEST_F(Agent, AnAutostartEntryNamesAnAgentThatIsThere) {
+    m_session.startAgent(noon);
+    m_session.schedule("text", past);
+    ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(m_session.scheduleFolder() / "autostart"); }));
+    const std::string entry = wholeText(m_session.autostartFile());
+    const auto naming = [&](const std::string& program) {
+        const std::string tried = std::regex_replace(entry, std::regex("TryExec=.*"), "TryExec=" + program);
+        return std::regex_replace(tried, std::regex("\nExec=\"[^\"]*\""), "\nExec=\"" + program + "\"") +
+               "Hidden=true\n";
+    };
+    const std::string other = (m_session.folder() / "velmora-reminders").string();
+    std::ofstream(other) << "of another version";
+    const std::string ofTheUsersOwn = "[Desktop Entry]\nTryExec=/gone/velmora-reminders\nExec=mine\n";
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {naming("/gone with its checkout/velmora-reminders"), entry + "Hidden=true\n"},
+        {naming(other), naming(other)},
+        {naming("/gone/of-the-users-own"), naming("/gone/of-the-users-own")},
+        {ofTheUsersOwn, ofTheUsersOwn},
+    };
+    for (const auto& [before, after] : rows) {
+        SCOPED_TRACE(before);
+        std::ofstream(m_session.autostartFile()) << before;
+        m_session.schedule(QByteArray::fromStdString(before.substr(0, 80)), past).waitForFinished();
+        EXPECT_TRUE(m_session.settleAgent());
+        EXPECT_EQ(wholeText(m_session.autostartFile()), after);
+    }
 }
 
 }  // namespace
