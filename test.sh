@@ -157,8 +157,8 @@ if build fuzz; then fuzz_all; fi
 
 if [[ -n ${KPX_LONG:-} ]]; then
     heading "The package, and a life with it"
-    count "package" tests/packaging/build_package.sh build
-    count "life with the package" tests/packaging/clean_root/live.sh build/velmora_*_amd64.deb
+    count "package" tests/packaging/build_package.sh "$throw_away/package"
+    count "life with the package" tests/packaging/clean_root/live.sh "$throw_away"/package/*.deb
 fi
 
 heading "Outcome"

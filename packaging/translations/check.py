@@ -5,8 +5,9 @@
     check.py [--root FOLDER] --template         an empty table: every text, and where it stands
 
 A table is packaging/resources/<language>.lproj/Localizable.strings; its keys are the English texts of src/. A text is
-doubtful when its translation has other placeholders, another beginning or end than the English one, a mnemonic less or
-more, one that another text of the same window has too, or when words that are offered side by side are the same.
+doubtful when its translation is the English sentence itself, has other placeholders, another beginning or end, a
+mnemonic less or more, one that another text of the same window has too, or when words that are offered side by side are
+the same.
 The exit status is 1 when something was listed. A language without a table has nothing to list.
 """
 
@@ -45,6 +46,9 @@ def edges(text):
 
 
 def doubts_about(key, value):
+    # A word or two may be the same in both languages.
+    if key == value and len(re.findall(r"[^\W\d_]{2,}", key)) > 3:
+        yield "still in English"
     if placeholders(key) != placeholders(value):
         yield "other placeholders"
     before, after = edges(key), edges(value)

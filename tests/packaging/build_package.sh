@@ -13,7 +13,7 @@ again="$(umask 077 && mkdir "$scratch/elsewhere" && cd / && TMPDIR="$scratch/els
     "$root/packaging/make-package.sh" "$scratch")"
 cmp "$package" "$again"
 
-# Notes of its own kind are read too; what stands for no fault is told in the package, beside its reason.
+# Notes are shown too; errors and warnings stand for faults.
 told="$(lintian --allow-root --pedantic --display-info "$package")"
 echo "${told:-lintian has nothing to say.}"
 ! grep -E '^[EW]:' <<<"$told"

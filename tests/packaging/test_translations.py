@@ -105,6 +105,7 @@ class Translations(unittest.TestCase):
             ("a clash with a submenu", {"&More": "M&ehr"}, "MainWindow.ui: menuFile: the mnemonic E twice"),
             ("a clash with the menu bar", {"&Go": "&Dorthin"}, "src/ui/forms/PageTab.ui: the mnemonic D twice"),
             ("words alike", {"days": "Tag"}, "shown alike: 'day' and 'days'"),
+            ("English words", {"by a name in two": "by a name in two"}, "still in English"),
         ]
         for about, changes, words in rows:
             with self.subTest(about):
