@@ -197,6 +197,25 @@ private Q_SLOTS:
         QTRY_VERIFY(dropButton().picture().height() > dropButton().picture().width());
     }
 
+    void theContentTellsTheKindAndNotTheName() {
+        const QString files[] = {
+            writePicture(QStringLiteral("really a portable network graphic.png"), {30, 50}, 0xff205080),
+            writePicture(QStringLiteral("really from the web.webp"), {30, 50}, 0xff205080),
+            writePicture(QStringLiteral("really a photo.jpg"), {30, 50}, 0xff205080),
+            writeDocument(QStringLiteral("really a document.pdf"), 1)};
+        for (const QString& file : files) {
+            for (const char* ending : {"png", "jpg", "webp", "tiff", "pdf"}) {
+                const QFileInfo info(file);
+                const QString renamed = info.path() + QStringLiteral("/renamed.") + QLatin1String(ending);
+                QVERIFY(QFile::copy(file, renamed));
+                attach(renamed);
+                QTRY_VERIFY2(!dropButton().picture().isNull(), qPrintable(info.fileName() + QLatin1String(ending)));
+                QVERIFY(QFile::remove(renamed));
+                QTRY_VERIFY(dropButton().picture().isNull());
+            }
+        }
+    }
+
     void whatCannotBeReadShowsNothing() {
         QFile whole(writeDocument(QStringLiteral("whole.pdf"), 1));
         QVERIFY(whole.open(QIODevice::ReadOnly));

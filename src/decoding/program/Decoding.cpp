@@ -127,8 +127,11 @@ DecodingResult decode(const DecodingRequest& request, const Write& write) {
         return DecodingResult::CannotBeShown;
     }
     QImageReader::setAllocationLimit(largestPictureInMemory);
-    // Some kinds have no mark in their content; the name helps with those.
-    QImageReader reader(&file, QFileInfo(QFile::decodeName(request.file.c_str())).suffix().toLower().toLatin1());
+    QImageReader reader(&file);
+    if (!reader.canRead()) {
+        // Some kinds have no mark in their content; the name helps with those.
+        reader.setFormat(QFileInfo(QFile::decodeName(request.file.c_str())).suffix().toLower().toLatin1());
+    }
     reader.setAutoTransform(true);
     if (reader.canRead() && reader.format() != "pdf") {
         return decodePicture(reader, request, write);
