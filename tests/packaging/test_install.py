@@ -55,6 +55,11 @@ class Installed(unittest.TestCase):
                for name in [path.relative_to(self.place).as_posix()] if not foreseen.fullmatch(name)]
         self.assertEqual(odd, [])
 
+    def test_the_program_is_built_with_those_that_it_starts(self):
+        status, told = checked("ninja", "-C", BUILD, "-t", "inputs", "bin/velmora")
+        self.assertEqual(status, 0, told)
+        self.assertLessEqual({"bin/velmora-decoder", "bin/velmora-reminders"}, set(told.splitlines()))
+
     def test_every_program_and_its_page(self):
         for program in PROGRAMS:
             with self.subTest(program):
