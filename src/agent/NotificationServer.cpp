@@ -41,10 +41,11 @@ void whenAnswered(QObject* parent, const QDBusPendingCall& pending, Done done) {
 }
 
 /// Servers look an icon's name up only where the desktop looks; the file stands beside the program in any case.
+/// A picture, since a small server cannot read a drawing.
 QString icon() {
     const QDir programs(QCoreApplication::applicationDirPath());
     const QString file = QDir::cleanPath(programs.filePath(
-        QStringLiteral("../share/icons/hicolor/scalable/apps/%1.svg").arg(QLatin1String(applicationName))));
+        QStringLiteral("../share/icons/hicolor/128x128/apps/%1.png").arg(QLatin1String(applicationName))));
     return QFile::exists(file) ? file : QString::fromLatin1(applicationName);
 }
 

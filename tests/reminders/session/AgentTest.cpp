@@ -52,7 +52,8 @@ TEST_F(Agent, ShowsAReminderAsTheDesktopWantsIt) {
     const auto& shown = m_daemon.shown.front();
     EXPECT_EQ(shown.title.toStdString(), "Prescription 'Next Fill Date' Reminder");
     EXPECT_EQ(shown.body.toStdString(), "Prescription: &lt;b&gt;A &amp; B&lt;/b&gt;\n for patient: Ann\n is due");
-    EXPECT_TRUE(shown.icon.contains(theProgram)) << shown.icon.toStdString();
+    EXPECT_TRUE(shown.icon.contains(theProgram) && shown.icon.endsWith(QStringLiteral(".png")))
+        << shown.icon.toStdString();
     ASSERT_EQ(shown.actions.size(), 4) << "the default action and a button";
     EXPECT_EQ(shown.actions.at(0).toStdString(), "default");
     EXPECT_EQ(shown.hints.value(QStringLiteral("desktop-entry")).toString(), theProgram);
