@@ -1,6 +1,7 @@
-// The folder of earlier states as somebody may have filled it: a list of names, each with the time of its file, and
-// behind a zero byte the content of a file. The invariants: a name that is taken for one of ours is given back, the
-// present is never removed, and what is offered is there.
+// The folder of earlier states as somebody may have filled it: a list of names, each with the time of its file, behind
+// an empty line what is noted of the beginnings, and behind a zero byte the content of a file. The invariants: a name
+// and a note that are taken for ours are given back, the present is never removed, what is offered is there, and where
+// the program made no file none is offered as missing.
 
 #include "earlier/Difference.h"
 #include "earlier/OfferedStates.h"
@@ -56,6 +57,15 @@ HouseholdContents contentsOf(const std::string& listing) {
     return contents;
 }
 
+/// What follows the first empty line.
+std::optional<Beginnings> beginningsOf(const std::string& listing) {
+    const std::size_t end = listing.find("\n\n");
+    const std::string note = end == std::string::npos ? "" : listing.substr(end + 2);
+    const auto beginnings = Beginnings::fromText(note);
+    require(!beginnings || beginnings->text() == note);
+    return beginnings;
+}
+
 bool isIn(const HouseholdContents& contents, const FileContent& content) {
     return std::ranges::find(contents[content.file], content) != contents[content.file].end();
 }
@@ -65,13 +75,19 @@ bool isIn(const HouseholdContents& contents, const FileContent& content) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::size_t end = std::min(bytes.find('\0'), bytes.size());
-    const HouseholdContents contents = contentsOf(bytes.substr(0, end));
+    const std::string listing = bytes.substr(0, end);
+    const HouseholdContents contents = contentsOf(listing.substr(0, listing.find("\n\n")));
     for (const FileContent& content : superfluousContents(contents, noon())) {
         require(!content.isPresent && isIn(contents, content));
     }
-    for (const EarlierState& state : offeredStates(contents, noon())) {
-        for (const auto& content : state.contents) {
-            require(!content || (isIn(contents, *content) && content->since <= state.when));
+    for (const auto& beginnings : {std::optional<Beginnings>(), std::optional(Beginnings()), beginningsOf(listing)}) {
+        const bool noneWasMade = beginnings == Beginnings();
+        for (const EarlierState& state : offeredStates(contents, beginnings, noon())) {
+            for (std::size_t file = 0; file < householdFileCount; ++file) {
+                const auto& content = state.contents[file];
+                require(!content || (isIn(contents, *content) && content->since <= state.when));
+                require(content || !noneWasMade || contents[file].empty());
+            }
         }
     }
     if (const auto records = recordsFromBytes(std::string_view(bytes).substr(std::min(end + 1, bytes.size())))) {

@@ -7,6 +7,22 @@
 #include "region/DateConversion.h"
 
 namespace kpx {
+namespace {
+
+WholeFile::State asWholeFile(DataFile::State state) {
+    switch (state) {
+        case DataFile::State::Missing:
+            return WholeFile::State::Missing;
+        case DataFile::State::Unreadable:
+            return WholeFile::State::Unreadable;
+        case DataFile::State::Damaged:
+        case DataFile::State::Read:
+            break;
+    }
+    return WholeFile::State::Read;
+}
+
+}  // namespace
 
 std::optional<std::filesystem::path> KPXAppDelegate::copyDataFolderURL() const {
     const auto directories = m_ports.workspace.applicationSupportDirectories();
@@ -28,10 +44,9 @@ bool KPXAppDelegate::writeArray(const std::optional<Records>& array, std::string
         return false;
     }
     const auto reading = m_readings.find(toDataFile);
-    const bool wasUnreadable = reading != m_readings.end() && reading->second == DataFile::State::Unreadable;
-    const NewContent content{.bytes = *bytes,
-                             .madeFrom = wasUnreadable ? WholeFile::State::Unreadable : WholeFile::State::Read};
-    return replaceKeepingEarlier(*folder, toDataFile, content, replacing, environment());
+    const auto found = reading == m_readings.end() ? DataFile::State::Read : reading->second;
+    return replaceKeepingEarlier(*folder, toDataFile, {.bytes = *bytes, .madeFrom = asWholeFile(found)}, replacing,
+                                 environment());
 }
 
 void KPXAppDelegate::showDataFilesInFinder() {

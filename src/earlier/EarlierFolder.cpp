@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,6 +17,9 @@ namespace kpx {
 namespace {
 
 constexpr std::size_t longestContent = std::size_t{1} << 30;
+
+constexpr const char* beginningsAttribute = "user.velmora.beginnings";
+constexpr std::size_t longestNote = 1024;  // five names and instants take a quarter of it
 
 /// Marks a content that was replaced in the second in which it was written. No clock of ours tells it: a date does not
 /// count so finely.
@@ -66,6 +70,8 @@ std::filesystem::path EarlierFolder::present(std::size_t file) const {
 std::filesystem::path EarlierFolder::kept(const FileContent& content) const {
     return m_folder / nameOfKeptContent(content);
 }
+
+std::filesystem::path EarlierFolder::asFolder() const { return m_folder / "."; }
 
 HouseholdContents EarlierFolder::contents(Date now) const {
     HouseholdContents contents;
@@ -118,6 +124,24 @@ HouseholdContents EarlierFolder::settledContents(Date now, Date otherTime) const
         }
     }
     return contents;
+}
+
+std::optional<Beginnings> EarlierFolder::beginnings(const HouseholdContents& contents) const {
+    char text[longestNote];
+    const ssize_t length = ::getxattr(asFolder().c_str(), beginningsAttribute, text, sizeof text);
+    if (length >= 0) {
+        return Beginnings::fromText({text, static_cast<std::size_t>(length)});
+    }
+    const bool nothingNoted = errno == ENODATA || errno == ENOENT;
+    const bool nothingKept = std::ranges::all_of(
+        contents, [](const auto& known) { return std::ranges::all_of(known, &FileContent::isPresent); });
+    return nothingNoted && nothingKept ? std::optional(Beginnings()) : std::nullopt;
+}
+
+void EarlierFolder::note(const Beginnings& beginnings) const {
+    makePrivateFolder(m_folder);
+    const std::string text = beginnings.text();
+    ::setxattr(asFolder().c_str(), beginningsAttribute, text.data(), text.size(), 0);
 }
 
 WholeFile EarlierFolder::read(const FileContent& content) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "earlier/Beginnings.h"
 #include "earlier/FileContent.h"
 #include "files/WholeFile.h"
 #include "values/Date.h"
@@ -16,6 +17,8 @@ namespace kpx {
 ///
 /// A kept file's own time of last change is when it was replaced; its name says when it was written. Between the
 /// two it was in force, and a hole between two kept contents can be seen.
+///
+/// What is known of the data files' beginnings is noted in an extended attribute of the folder itself.
 class EarlierFolder {
 public:
     explicit EarlierFolder(std::filesystem::path dataFolder);
@@ -28,6 +31,13 @@ public:
     /// the future, as after a clock was put right, and one older than a content that was kept before it, as when a
     /// backup was put back together with its time.
     HouseholdContents settledContents(Date now, Date otherTime) const;
+
+    /// As noted. Where nothing is kept yet nothing need be noted either; null when something is kept and no note tells
+    /// of what was before it, as where the folder was copied without its attributes or the file system has none.
+    std::optional<Beginnings> beginnings(const HouseholdContents& contents) const;
+
+    /// Makes the folder, if need be.
+    void note(const Beginnings& beginnings) const;
 
     /// The content's bytes, wherever it stands.
     WholeFile read(const FileContent& content) const;
@@ -48,6 +58,8 @@ public:
 private:
     std::filesystem::path present(std::size_t file) const;
     std::filesystem::path kept(const FileContent& content) const;
+    /// Names nothing where a file of another kind stands in its place.
+    std::filesystem::path asFolder() const;
 
     std::filesystem::path m_dataFolder;
     std::filesystem::path m_folder;

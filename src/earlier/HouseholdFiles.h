@@ -25,7 +25,7 @@ inline constexpr std::size_t householdFileCount = 5;
 /// In the order in which differences are told: fills, patients, drugs, pharmacies, prescribers.
 const std::array<HouseholdFile, householdFileCount>& householdFiles();
 
-/// Where the file stands in the list. REQUIRES: it is one of the five.
+/// Where the file stands in the list; its end for any other name.
 std::size_t householdFileNamed(std::string_view name);
 
 /// The records of a household, in the order of householdFiles().

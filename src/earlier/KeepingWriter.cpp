@@ -39,6 +39,36 @@ void noteReplacement(HouseholdContents& contents, std::size_t file, const std::o
     std::ranges::sort(known, {}, &FileContent::order);
 }
 
+/// Keeps the note of the beginnings up to date. Where there can be none, nothing is done.
+class NotedBeginnings {
+public:
+    /// Before anything is kept: what stands there was there before.
+    NotedBeginnings(const EarlierFolder& earlier, const HouseholdContents& contents)
+        : m_earlier(earlier), m_noted(earlier.beginnings(contents)) {
+        change([&](Beginnings& beginnings) { beginnings.noteFound(contents); });
+    }
+
+    /// Once a file stands that was missing.
+    void noteMade(std::size_t file, Date now) {
+        change([&](Beginnings& beginnings) { beginnings.noteMade(file, fileTimeOf(now).tv_sec); });
+    }
+
+private:
+    template <typename Change>
+    void change(const Change& change) {
+        const auto before = m_noted;
+        if (m_noted) {
+            change(*m_noted);
+        }
+        if (m_noted != before) {
+            m_earlier.note(*m_noted);
+        }
+    }
+
+    const EarlierFolder& m_earlier;
+    std::optional<Beginnings> m_noted;
+};
+
 /// A file that is to be replaced, and by what.
 struct Exchange {
     std::size_t file = 0;
@@ -83,6 +113,8 @@ bool replaceKeepingEarlier(const std::filesystem::path& dataFolder, std::string_
     const std::size_t file = householdFileNamed(fileName);
     const EarlierFolder earlier(dataFolder);
     HouseholdContents contents = settled(earlier, environment.now);
+    NotedBeginnings beginnings(earlier, contents);
+    const bool isNew = content.madeFrom == WholeFile::State::Missing && !isThere(contents[file]);
     std::optional<FileContent> kept;
     if (isThere(contents[file])) {
         kept = earlier.keep(file, replacing == Replacing::Deletion, contents);
@@ -98,6 +130,9 @@ bool replaceKeepingEarlier(const std::filesystem::path& dataFolder, std::string_
     if (kept) {
         earlier.setUntil(*kept, environment.now);
     }
+    if (isNew) {
+        beginnings.noteMade(file, environment.now);
+    }
     noteReplacement(contents, file, kept, environment.now);
     removeSuperfluous(earlier, contents, environment);
     return true;
@@ -111,6 +146,7 @@ BroughtBack bringBack(const std::filesystem::path& dataFolder, const EarlierStat
     if (!exchanges) {
         return BroughtBack::NotAtAll;
     }
+    NotedBeginnings beginnings(earlier, contents);
     for (Exchange& exchange : *exchanges) {
         if (isThere(contents[exchange.file])) {
             exchange.kept = earlier.keep(exchange.file, false, contents);
@@ -129,6 +165,8 @@ BroughtBack bringBack(const std::filesystem::path& dataFolder, const EarlierStat
         }
         if (exchange.kept) {
             earlier.setUntil(*exchange.kept, environment.now);
+        } else {
+            beginnings.noteMade(exchange.file, environment.now);
         }
         noteReplacement(contents, exchange.file, exchange.kept, environment.now);
     }

@@ -12,11 +12,13 @@ namespace {
 using Contents = decltype(EarlierState::contents);
 
 /// All contents in force at the end of that second; null when one of them is not kept.
-std::optional<Contents> contentsAt(const HouseholdContents& contents, std::int64_t instant) {
+std::optional<Contents> contentsAt(const HouseholdContents& contents, const std::optional<Beginnings>& beginnings,
+                                   std::int64_t instant) {
     Contents found;
     for (std::size_t file = 0; file < householdFileCount; ++file) {
         const ContentAt content = contentAt(contents[file], instant);
-        if (!content.isKnown) {
+        if (!content.isKnown ||
+            (!content.content && beginnings && !beginnings->wasMissing(file, contents[file], instant))) {
             return std::nullopt;
         }
         if (content.content) {
@@ -26,9 +28,9 @@ std::optional<Contents> contentsAt(const HouseholdContents& contents, std::int64
     return found;
 }
 
-/// Whether a file without a known content at the instant had none. At a kept instant it is so: its content would
-/// have been kept. At any other one an earlier content of the same day may have been removed since; the end of
-/// that day is a kept instant.
+/// Without a note of the beginnings: whether a file without a known content at the instant had none. At a kept instant
+/// its content would have been kept. At any other one an earlier content of the same day may have been removed since;
+/// the end of that day is a kept instant.
 bool missingFilesWereMissing(const HouseholdContents& contents, const Contents& found, std::int64_t instant,
                              const Environment& environment) {
     const Date end = dateByAddingDays(
@@ -89,11 +91,12 @@ private:
 
 }  // namespace
 
-std::vector<EarlierState> offeredStates(const HouseholdContents& contents, const Environment& environment) {
+std::vector<EarlierState> offeredStates(const HouseholdContents& contents, const std::optional<Beginnings>& beginnings,
+                                        const Environment& environment) {
     const std::set<std::int64_t> instants = keptInstants(contents, environment);
     States states(contents);
     for (const std::int64_t instant : instants) {
-        states.add(contentsAt(contents, instant));
+        states.add(contentsAt(contents, beginnings, instant));
     }
     for (std::size_t file = 0; file < householdFileCount; ++file) {
         for (const FileContent& deletion : keptDeletions(contents[file], environment)) {
@@ -101,8 +104,8 @@ std::vector<EarlierState> offeredStates(const HouseholdContents& contents, const
             HouseholdContents before = contents;
             before[file] = {deletion};
             before[file].front().until.reset();
-            auto found = contentsAt(before, instant);
-            if (found && !instants.contains(instant) &&
+            auto found = contentsAt(before, beginnings, instant);
+            if (found && !beginnings && !instants.contains(instant) &&
                 !missingFilesWereMissing(before, *found, instant, environment)) {
                 found.reset();
             }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "earlier/Beginnings.h"
 #include "earlier/FileContent.h"
 #include "region/Environment.h"
 
@@ -19,7 +20,9 @@ struct EarlierState {
 };
 
 /// What can be brought back, newest first, each state once: the kept instants and the one before each Delete,
-/// as far as all their contents are kept. The present is none of them.
-std::vector<EarlierState> offeredStates(const HouseholdContents& contents, const Environment& environment);
+/// as far as all their contents are kept. The present is none of them. Where nothing is known of the beginnings, a file
+/// of which nothing older is kept is taken for one that did not exist.
+std::vector<EarlierState> offeredStates(const HouseholdContents& contents, const std::optional<Beginnings>& beginnings,
+                                        const Environment& environment);
 
 }  // namespace kpx

@@ -95,7 +95,7 @@ EarlierStates earlierStatesOf(const std::filesystem::path& dataFolder, const Env
     const HouseholdContents contents = earlier.contents(environment.now);
     Overview overview(earlier, contents);
     EarlierStates offered;
-    for (const EarlierState& state : offeredStates(contents, environment)) {
+    for (const EarlierState& state : offeredStates(contents, earlier.beginnings(contents), environment)) {
         Record row{{"when", Date::fromSecondsSince1970(static_cast<double>(state.when))}};
         std::array<FileDifference, householdFileCount> differences;
         bool canBeRead = true;

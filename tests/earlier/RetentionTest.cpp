@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace kpx {
@@ -105,7 +106,7 @@ TEST(Retention, KeepsFiftyInstantsOfTheLastDayWhateverFileWasWritten) {
               (std::vector<std::int64_t>{at(2024, 3, 5, 10, 0), at(2024, 3, 5, 10, 1), at(2024, 3, 5, 10, 2),
                                          at(2024, 3, 5, 10, 3), at(2024, 3, 5, 10, 4), at(2024, 3, 5, 10, 5),
                                          at(2024, 3, 5, 10, 6), at(2024, 3, 5, 10, 7), at(2024, 3, 5, 10, 8)}));
-    EXPECT_EQ(offeredStates(contents, noon).size(), 49U) << "the fiftieth is the present";
+    EXPECT_EQ(offeredStates(contents, {}, noon).size(), 49U) << "the fiftieth is the present";
 }
 
 TEST(Retention, KeepsWhatADeleteReplacedForThirtyDays) {
@@ -192,7 +193,7 @@ TEST(Retention, HoldsNoMoreThanAHundredAndSixtyOfAFile) {
 TEST(OfferedStates, AreTheHouseholdAsItStood) {
     HouseholdContents contents = historyOf({at(2024, 3, 1, 9), at(2024, 3, 3, 9), at(2024, 3, 5, 9)});
     contents[drugs] = successive(drugs, {at(2024, 3, 2, 9), at(2024, 3, 5, 8)});
-    const auto states = offeredStates(contents, noon);
+    const auto states = offeredStates(contents, {}, noon);
     ASSERT_EQ(whensOf(states),
               (std::vector<std::int64_t>{at(2024, 3, 5, 8), at(2024, 3, 3, 9), at(2024, 3, 2, 9), at(2024, 3, 1, 9)}));
     EXPECT_EQ(states[0].contents[history]->since, at(2024, 3, 3, 9));
@@ -205,9 +206,9 @@ TEST(OfferedStates, AreTheHouseholdAsItStood) {
 TEST(OfferedStates, AreOneForTheWritesOfASecondSaveBeforeADelete) {
     const std::int64_t second = at(2024, 3, 5, 9);
     HouseholdContents contents = historyOf({at(2024, 3, 5, 8), second, second, second});
-    EXPECT_EQ(whensOf(offeredStates(contents, noon)), std::vector<std::int64_t>{at(2024, 3, 5, 8)});
+    EXPECT_EQ(whensOf(offeredStates(contents, {}, noon)), std::vector<std::int64_t>{at(2024, 3, 5, 8)});
     contents[history][2].wasDeletedFrom = true;
-    const auto states = offeredStates(contents, noon);
+    const auto states = offeredStates(contents, {}, noon);
     ASSERT_EQ(whensOf(states), (std::vector<std::int64_t>{second, at(2024, 3, 5, 8)}));
     EXPECT_EQ(states[0].contents[history]->number, 2);
 }
@@ -217,7 +218,7 @@ TEST(OfferedStates, LeaveOutWhatIsNotKeptWhole) {
     HouseholdContents contents = historyOf({at(2024, 3, 5, 9), at(2024, 3, 5, 11)});
     contents[history][0].until = at(2024, 3, 5, 10);
     contents[drugs] = successive(drugs, {at(2024, 3, 5, 8), at(2024, 3, 5, 10, 30), at(2024, 3, 5, 11, 30)});
-    EXPECT_EQ(whensOf(offeredStates(contents, noon)),
+    EXPECT_EQ(whensOf(offeredStates(contents, {}, noon)),
               (std::vector<std::int64_t>{at(2024, 3, 5, 11), at(2024, 3, 5, 9), at(2024, 3, 5, 8)}));
 }
 
@@ -241,13 +242,42 @@ TEST(OfferedStates, HoldTheInstantBeforeADeleteOfAnEarlierDay) {
         contents[history][0].wasDeletedFrom = true;
         contents[history][0].until = at(2024, 3, 1, 10);
         contents[drugs] = successive(drugs, row.drugsWritten);
-        EXPECT_EQ(whensOf(offeredStates(contents, noon)), row.offered);
+        EXPECT_EQ(whensOf(offeredStates(contents, {}, noon)), row.offered);
+    }
+}
+
+TEST(OfferedStates, AreKnownWhole) {
+    // Drugs are known from the third on, the history from the first.
+    HouseholdContents contents = historyOf({at(2024, 3, 1, 9), at(2024, 3, 2, 9), at(2024, 3, 5, 9)});
+    contents[history][1].wasDeletedFrom = true;
+    contents[history][1].until = at(2024, 3, 2, 10);
+    contents[drugs] = successive(drugs, {at(2024, 3, 3, 9)});
+    const std::int64_t third = at(2024, 3, 3, 9);
+    struct Row {
+        const char* name;
+        std::optional<std::int64_t> made;
+        std::vector<std::int64_t> offered;
+    };
+    const std::vector<Row> rows = {
+        {"they are older than that", std::nullopt, {}},
+        {"the program made them", third, {at(2024, 3, 2, 9), at(2024, 3, 1, 9)}},
+        {"it made them between the two, and their first content is kept no longer",
+         at(2024, 3, 2, 8, 30),
+         {at(2024, 3, 1, 9)}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Beginnings beginnings;
+        if (row.made) {
+            beginnings.noteMade(drugs, *row.made);
+        }
+        EXPECT_EQ(whensOf(offeredStates(contents, beginnings, noon)), row.offered);
     }
 }
 
 TEST(OfferedStates, AreNoneWhereNothingHasChanged) {
-    EXPECT_TRUE(offeredStates({}, noon).empty());
-    EXPECT_TRUE(offeredStates(historyOf({at(2023, 3, 5, 9)}), noon).empty());
+    EXPECT_TRUE(offeredStates({}, {}, noon).empty());
+    EXPECT_TRUE(offeredStates(historyOf({at(2023, 3, 5, 9)}), {}, noon).empty());
 }
 
 }  // namespace

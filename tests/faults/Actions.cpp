@@ -122,6 +122,13 @@ const std::vector<Action>& writingActions() {
              {"click earlierStatesMenuItem", "clickrow tableViewEarlierStates 8", "click bringBackBtn"},
              {"answer Yes"}},
         };
+        const List& patients = lists().front();
+        const auto addPatient = [&](const char* name, Found found) -> Action {
+            return {
+                name, joined({open(patients), fill(patients, "Three")}), {std::string("click ") + patients.add}, found};
+        };
+        all.push_back(addPatient("Add to an older household", Found::WithoutEarlierStates));
+        all.push_back(addPatient("Add the first patient", Found::Nothing));
         for (const List& list : lists()) {
             const std::string second = std::string("dblclick ") + list.table + " 1";
             all.push_back({list.name + std::string(": Add"),

@@ -6,6 +6,7 @@
 #include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -208,6 +209,19 @@ int utimensat(int folder, const char* path, const struct timespec times[2], int 
     return call.fails()
                ? -1
                : real<int(int, const char*, const struct timespec*, int)>("utimensat")(folder, path, times, flags);
+}
+
+ssize_t getxattr(const char* path, const char* name, void* value, size_t length) {
+    const Counted call("getxattr", {EIO, EACCES, ENOTSUP, ENODATA});
+    return call.fails() ? -1
+                        : real<ssize_t(const char*, const char*, void*, size_t)>("getxattr")(path, name, value, length);
+}
+
+int setxattr(const char* path, const char* name, const void* value, size_t length, int flags) {
+    const Counted call("setxattr", {EIO, EPERM, ENOSPC, EDQUOT, ENOTSUP});
+    return call.fails() ? -1
+                        : real<int(const char*, const char*, const void*, size_t, int)>("setxattr")(path, name, value,
+                                                                                                    length, flags);
 }
 
 int flock(int file, int operation) {

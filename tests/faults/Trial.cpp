@@ -1,13 +1,14 @@
 #include "tests/faults/Trial.h"
 
 #include "core/DataFiles.h"
-#include "earlier/FileContent.h"
+#include "earlier/Overview.h"
 #include "tests/faults/Actions.h"
 #include "tests/runner/Commands.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestPlatform.h"
 
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,6 +22,14 @@ using test::readFile;
 
 namespace {
 
+constexpr const char* noteName = "user.velmora.beginnings";
+
+std::string noteOn(const fs::path& folder) {
+    char text[1024];
+    const ssize_t length = ::getxattr(folder.c_str(), noteName, text, sizeof text);
+    return length < 0 ? "" : std::string(text, static_cast<std::size_t>(length));
+}
+
 test::Surroundings surroundingsIn(const fs::path& folder) {
     return {test::regionOf("en_US.UTF-8", "America/New_York"), folder, folder / "config"};
 }
@@ -30,8 +39,11 @@ test::Surroundings surroundingsIn(const fs::path& folder) {
 Tree treeOf(const fs::path& folder) {
     Tree tree;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        const std::string path = entry.path().lexically_relative(folder).string();
         if (entry.is_regular_file()) {
-            tree[entry.path().lexically_relative(folder).string()] = readFile(entry.path());
+            tree[path] = readFile(entry.path());
+        } else if (const std::string note = noteOn(entry.path()); !note.empty()) {
+            tree[path] = note;
         }
     }
     return tree;
@@ -39,18 +51,35 @@ Tree treeOf(const fs::path& folder) {
 
 void restore(const fs::path& from, const fs::path& to) {
     for (const char* part : {dataFolder, earlierFolder}) {
+        if (!fs::exists(from / part)) {
+            fs::remove_all(to / part);
+            continue;
+        }
         fs::create_directories(to / part);
         for (const auto& entry : fs::directory_iterator(to / part)) {
             fs::remove_all(entry.path());
         }
-        if (!fs::exists(from / part)) {
-            continue;
+        const std::string note = noteOn(from / part);
+        if (note.empty()) {
+            ::removexattr((to / part).c_str(), noteName);
+        } else {
+            ::setxattr((to / part).c_str(), noteName, note.data(), note.size(), 0);
         }
         for (const auto& entry : fs::directory_iterator(from / part)) {
             const fs::path copy = to / part / entry.path().filename();
             fs::copy_file(entry.path(), copy);
             fs::last_write_time(copy, fs::last_write_time(entry.path()));
         }
+    }
+}
+
+void restoreFound(Found found, const fs::path& household, const fs::path& to) {
+    restore(household, to);
+    if (found != Found::Household) {
+        fs::remove_all(to / earlierFolder);
+    }
+    if (found == Found::Nothing) {
+        fs::remove_all(to / dataFolder);
     }
 }
 
@@ -115,6 +144,18 @@ std::string wrongFiles(const Tree& wholeBefore, const Tree& wholeAfter, const Tr
     return changes > 1 ? replacedAndNotKept(wholeBefore, left) : std::string();
 }
 
+bool offersWholeStates(const fs::path& folder) {
+    const int status = inProcess([&] {
+        const Environment nextDay{Date::fromSecondsSince1970(1709917200), Region("en_US", "America/New_York")};
+        for (const EarlierState& state : earlierStatesOf(folder / dataFolder, nextDay, LocalizedStrings()).states) {
+            if (std::ranges::any_of(state.contents, [](const auto& content) { return !content; })) {
+                std::_Exit(EXIT_FAILURE);
+            }
+        }
+    });
+    return status == EXIT_SUCCESS;
+}
+
 std::string wrongAfterwards(const fs::path& live, const fs::path& check) {
     restore(live, check);
     const int status = inProcess([&] {
@@ -131,7 +172,7 @@ std::string wrongAfterwards(const fs::path& live, const fs::path& check) {
     }
     for (const auto& [name, bytes] : left) {
         const auto records = recordsFromBytes(bytes);
-        const auto old = recordsFromBytes(readFile(live / dataFolder / name));
+        const auto old = copyArrayFromDataFile(live / dataFolder, name);
         if (!records || !old || records->size() != old->size() + 1) {
             return name + " did not gain the next record";
         }

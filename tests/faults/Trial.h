@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/faults/Actions.h"
 #include "tests/runner/Session.h"
 
 #include <filesystem>
@@ -16,13 +17,16 @@ namespace kpx::faults {
 inline constexpr const char* dataFolder = "Velmora";
 inline constexpr const char* earlierFolder = "Velmora-earlier";
 
-/// The bytes of every file below a folder, by its path there.
+/// The bytes of every file below a folder, by its path there, and what is noted on folders.
 using Tree = std::map<std::string, std::string>;
 
 Tree treeOf(const std::filesystem::path& folder);
 
-/// Makes both folders there what they are here, the times of the files included.
+/// Makes both folders there what they are here, the times of the files and what is noted on them included.
 void restore(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Makes there what an action finds of a household.
+void restoreFound(Found found, const std::filesystem::path& household, const std::filesystem::path& to);
 
 /// A session of the runner in the folder; ends the process when a command cannot be carried out.
 class Run {
@@ -45,6 +49,10 @@ std::string replacedAndNotKept(const Tree& before, const Tree& left);
 
 /// What is not allowed of the data files that an action left which was cut off or met an error; empty when all is.
 std::string wrongFiles(const Tree& before, const Tree& after, const Tree& left);
+
+/// Whether no earlier state that is offered lacks a file, as it must be where all were there before anything was kept.
+/// Found out in a process of its own, so that this one makes the same calls as before.
+bool offersWholeStates(const std::filesystem::path& folder);
 
 /// What is wrong with the next start in the folder, and the next write of each file, tried on a copy; empty when
 /// nothing is.

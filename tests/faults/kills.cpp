@@ -55,7 +55,7 @@ class Kills {
 public:
     Kills(const fs::path& root, const Action& action, unsigned seed)
         : m_action(action), m_live(root / "live"), m_start(root / "start"), m_check(root / "check"), m_random(seed) {
-        restore(root / "household", m_live);
+        restoreFound(action.found, root / "household", m_live);
     }
 
     /// The number of wrong states.
