@@ -15,11 +15,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSettings>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -292,6 +294,25 @@ private Q_SLOTS:
         m_program->window().close();
     }
 
+    void theColumnsAreThereAgainAsTheUserLeftThem() {
+        writeSmallHousehold();
+        start();
+        QHeaderView* header = find<QTableView>("tableViewTab1")->horizontalHeader();
+        header->moveSection(0, 3);
+        header->resizeSection(0, 222);
+        const int last = header->sectionSize(16);
+        m_program->window().close();
+        m_program.reset();
+        start();
+        header = find<QTableView>("tableViewTab1")->horizontalHeader();
+        QCOMPARE(header->visualIndex(0), 3);
+        QCOMPARE(header->visualIndex(1), 0);
+        QCOMPARE(header->sectionSize(0), 222);
+        QCOMPARE(header->sectionSize(16), last);
+        m_program.reset();
+        QVERIFY(QFile::remove(qEnvironmentVariable("XDG_STATE_HOME") + QStringLiteral("/Velmora/window.ini")));
+    }
+
     void aStateThatIsDamagedOrMissingIsNone() {
         writeSmallHousehold();
         start();
@@ -300,11 +321,18 @@ private Q_SLOTS:
         m_program.reset();
         const QString folder = qEnvironmentVariable("XDG_STATE_HOME") + QStringLiteral("/Velmora");
         QVERIFY(QDir().mkpath(folder));
-        const QByteArray wrongHeader =
-            QByteArray("[General]\ntableViewTab1=@ByteArray(") + QByteArray(300, 'x') + ")\n";
+        const auto columns = [](const QByteArray& first, int count) {
+            QByteArray text = "[General]\ntableViewTab1=" + first;
+            for (int column = 1; column < count; ++column) {
+                text += ' ' + QByteArray::number(column) + ":90";
+            }
+            return text + '\n';
+        };
         for (const QByteArray& content :
              {QByteArray(), QByteArray("\0\xff\xfe rubbish", 11), QByteArray("[General\ngeometry=@ByteArray(\\x1\\xd9"),
-              QByteArray("[General]\ngeometry=7\ntableViewTab1=@Variant(\\0\\0)\n"), wrongHeader}) {
+              QByteArray("[General]\ngeometry=7\ntableViewTab1=@Variant(\\0\\0)\n"), columns("0:-90", 17),
+              columns("0:2000000000", 17), columns("0:", 17), columns("1:90", 17), columns("17:90", 17),
+              columns("0:90", 16), columns("0:90", 18)}) {
             QFile file(folder + QStringLiteral("/window.ini"));
             QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
             file.write(content);
@@ -323,6 +351,25 @@ private Q_SLOTS:
         m_program->window().close();
         m_program.reset();
         QVERIFY(QDir().rmdir(folder + QStringLiteral("/window.ini")));
+    }
+
+    void aWindowOfAScreenThatIsGoneComesToThisOne() {
+        writeSmallHousehold();
+        start();
+        const QByteArray geometry = m_program->window().saveGeometry();
+        m_program.reset();
+        for (const int byte : {1, 5, 9, 13}) {
+            // Left, top, right and bottom, each some 65,000 pixels away.
+            QByteArray far = geometry;
+            far[far.size() - 16 + byte] = 1;
+            QSettings(qEnvironmentVariable("XDG_STATE_HOME") + QStringLiteral("/Velmora/window.ini"),
+                      QSettings::IniFormat)
+                .setValue(QStringLiteral("geometry"), far);
+            start();
+            const QRect room = m_program->window().screen()->availableGeometry();
+            QTRY_VERIFY(room.contains(m_program->window().geometry()));
+            m_program.reset();
+        }
     }
 
     void whatIsNoSettingsFileHoldsUpNobody() {

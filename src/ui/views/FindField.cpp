@@ -33,7 +33,8 @@ void FindField::place() {
     const QWidget* table = parentWidget();
     const int width = qMin(usualWidth, table->width() - 2 * gap);
     const int x = layoutDirection() == Qt::RightToLeft ? gap : table->width() - width - gap;
-    setGeometry(x, gap, width, sizeHint().height());
+    // Over the titles of columns, so that it hides no row that it finds.
+    setGeometry(x, 1, width, sizeHint().height());
 }
 
 void FindField::showFound(bool found) {

@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <set>
 #include <utility>
 
 namespace kpx {
@@ -18,6 +19,31 @@ namespace {
 QAccessibleInterface* accessibleTable(const QString&, QObject* object) {
     auto* view = qobject_cast<RecordTableView*>(object);
     return view ? new AccessibleTable(*view, view->acts()) : nullptr;
+}
+
+struct ShownColumn {
+    int index = 0;
+    int width = 0;
+};
+
+/// The columns in the order in which they are shown, with their widths; none where the text does not name each of them
+/// once. The toolkit's own reader of such states believes all that it reads, and ends with the program.
+std::vector<ShownColumn> shownColumns(const QString& text, int count, int narrowest) {
+    constexpr int widest = 4000;
+    std::vector<ShownColumn> columns;
+    std::set<int> named;
+    for (const QString& part : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        bool hasIndex = false;
+        bool hasWidth = false;
+        const ShownColumn column{part.section(QLatin1Char(':'), 0, 0).toInt(&hasIndex),
+                                 part.section(QLatin1Char(':'), 1).toInt(&hasWidth)};
+        if (!hasIndex || !hasWidth || column.index < 0 || column.index >= count || !named.insert(column.index).second ||
+            column.width < narrowest || column.width > widest) {
+            return {};
+        }
+        columns.push_back(column);
+    }
+    return static_cast<int>(columns.size()) == count ? columns : std::vector<ShownColumn>();
 }
 
 }  // namespace
@@ -113,26 +139,27 @@ void RecordTableView::fitColumns() {
     m_fitting = false;
 }
 
-QByteArray RecordTableView::savedColumns() const {
-    return m_userSetWidths || horizontalHeader()->sectionsMoved() ? horizontalHeader()->saveState() : QByteArray();
+QString RecordTableView::savedColumns() const {
+    const QHeaderView& header = *horizontalHeader();
+    QStringList columns;
+    if (m_userSetWidths || header.sectionsMoved()) {
+        for (int place = 0; place < header.count(); ++place) {
+            const int column = header.logicalIndex(place);
+            columns << QStringLiteral("%1:%2").arg(column).arg(header.sectionSize(column));
+        }
+    }
+    return columns.join(QLatin1Char(' '));
 }
 
-void RecordTableView::restoreColumns(const QByteArray& columns) {
-    if (columns.isEmpty()) {
-        return;
+void RecordTableView::restoreColumns(const QString& columns) {
+    QHeaderView& header = *horizontalHeader();
+    const auto shown = shownColumns(columns, header.count(), header.minimumSectionSize());
+    m_userSetWidths |= !shown.empty();
+    for (int place = 0; place < static_cast<int>(shown.size()); ++place) {
+        const ShownColumn& column = shown[static_cast<std::size_t>(place)];
+        header.moveSection(header.visualIndex(column.index), place);
+        header.resizeSection(column.index, column.width);
     }
-    const QByteArray before = horizontalHeader()->saveState();
-    const int count = horizontalHeader()->count();
-    m_fitting = true;
-    const bool restored = horizontalHeader()->restoreState(columns);
-    if (!restored || horizontalHeader()->count() != count || horizontalHeader()->hiddenSectionCount() > 0) {
-        horizontalHeader()->restoreState(before);
-    } else {
-        m_userSetWidths = true;
-    }
-    m_fitting = false;
-    // In which order the rows stood is no state of the window.
-    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void RecordTableView::resizeEvent(QResizeEvent* event) {

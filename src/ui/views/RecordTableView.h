@@ -40,9 +40,9 @@ public:
     void setColumnWidths(std::vector<ColumnWidth> widths);
 
     /// The columns' widths and their order as the user has set them; empty as long as nobody has.
-    QByteArray savedColumns() const;
+    QString savedColumns() const;
     /// What savedColumns() gave once; anything else changes nothing.
-    void restoreColumns(const QByteArray& columns);
+    void restoreColumns(const QString& columns);
 
 Q_SIGNALS:
     /// A click, or whatever else moves the selection: keys, assistive technology.
