@@ -14,6 +14,8 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextLayout>
+#include <QTextOption>
 #include <QTimer>
 #include <QUrl>
 
@@ -42,6 +44,29 @@ private Q_SLOTS:
     void cleanup() {
         m_program->window().close();
         m_program.reset();
+    }
+
+    void theButtonHasRoomForWhatIsWrong() {
+        for (const QString& name : {QStringLiteral("slip.heic"), QStringLiteral("of the pharmacy ").repeated(20),
+                                    QString(300, QLatin1Char('w')), QStringLiteral("إيصال ").repeated(40)}) {
+            const QString words = name + QStringLiteral(": cannot be shown");
+            dropButton().setProblem(DropButton::Problem::CannotBeShown, words);
+            const QString shown = dropButton().shownWords();
+            QVERIFY(name.size() > 20 || shown == words);
+            QVERIFY(shown.endsWith(QStringLiteral("shown")));
+            const QRect area = dropButton().textArea();
+            QTextLayout text(shown, dropButton().font());
+            QTextOption option;
+            option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+            text.setTextOption(option);
+            text.beginLayout();
+            double height = 0;
+            for (QTextLine line = text.createLine(); line.isValid(); line = text.createLine()) {
+                line.setLineWidth(area.width());
+                height += line.height();
+            }
+            QVERIFY2(height <= area.height(), qPrintable(shown));
+        }
     }
 
     void takesPicturesAndDocumentsOnTheButton() {

@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QTextOption>
 
 namespace kpx {
 
@@ -133,10 +134,21 @@ void DropButton::drawPaper(QPainter& painter, const QRect& area) {
     painter.drawPolygon(outline);
     drawMark(painter, sheet);
     painter.setPen(m_problem == Problem::None ? ink : palette().color(QPalette::Text));
-    painter.drawText(
-        textArea(),
-        Qt::AlignHCenter | Qt::AlignTop | (m_problem == Problem::None ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
-        m_problem == Problem::None ? text() : m_words);
+    QTextOption lines(Qt::AlignHCenter);
+    lines.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    painter.drawText(QRectF(textArea()), shownWords(), lines);
+}
+
+QString DropButton::shownWords() const {
+    if (m_problem == Problem::None) {
+        return text();
+    }
+    const QSize room = textArea().size();
+    const int lineCount = room.height() / fontMetrics().lineSpacing();
+    // Broken at words, each line but the last may lack the width of one.
+    constexpr double usedShare = 0.75;
+    const int widest = qRound(room.width() * lineCount * usedShare);
+    return fontMetrics().elidedText(m_words, Qt::ElideMiddle, qMax(room.width(), widest));
 }
 
 void DropButton::drawMark(QPainter& painter, const QRectF& sheet) const {

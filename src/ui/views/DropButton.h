@@ -27,6 +27,8 @@ public:
     QSize sizeHint() const override;
     /// Where its words stand while it has no picture to show.
     QRect textArea() const;
+    /// Without the middle of a file's name that is too long for that.
+    QString shownWords() const;
     /// On the screen.
     QPoint middle() const { return mapToGlobal(rect().center()); }
 
