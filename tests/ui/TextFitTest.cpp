@@ -11,6 +11,7 @@
 #include "ui/views/AlertBox.h"
 #include "ui/views/ReminderWindow.h"
 #include "ui/views/SheetDialog.h"
+#include "ui/views/SplashWindow.h"
 
 #include <QDir>
 #include <QLocale>
@@ -172,11 +173,7 @@ private:
     }
 
     void lookAtSplash() {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->windowType() == Qt::SplashScreen) {
-                lookAt(*widget, QStringLiteral("splash"));
-            }
-        }
+        lookAt(*m_program->window().findChild<SplashWindow*>(), QStringLiteral("splash"));
         m_program->ports().windows.closeSplash();
     }
 

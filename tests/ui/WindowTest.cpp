@@ -9,6 +9,7 @@
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/RecordTableView.h"
 #include "ui/views/SheetDialog.h"
+#include "ui/views/SplashWindow.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -117,11 +118,25 @@ private Q_SLOTS:
     void f10LeadsToTheMenuBar() {
         writeSmallHousehold();
         start();
-        QVERIFY(QTest::qWaitForWindowActive(&m_program->window()));
         QTest::keyClick(find<QWidget>("rxNumberTab1"), Qt::Key_F10);
         QTRY_VERIFY(find<QWidget>("menuFile")->isVisible());
         QTest::keyClick(find<QWidget>("menuFile"), Qt::Key_Escape);
         QTRY_VERIFY(!find<QWidget>("menuFile")->isVisible());
+    }
+
+    void theSplashTakesNoKeysFromTheWindow() {
+        writeSmallHousehold();
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        MainWindow& window = m_program->window();
+        auto* splash = window.findChild<SplashWindow*>();
+        QTRY_VERIFY(splash->isVisible());
+        QVERIFY(!splash->isWindow());
+        const QPoint off = splash->geometry().center() - window.rect().center();
+        QVERIFY(off.manhattanLength() <= 2);
+        QCOMPARE(QApplication::activeWindow(), &window);
+        QTest::mouseClick(splash, Qt::LeftButton);
+        QVERIFY(!splash->isVisible());
     }
 
     void everyWindowFitsTheScreen() {

@@ -30,13 +30,16 @@ void QtWindowPresenter::unfold(const Control& control) {
 void QtWindowPresenter::beep() { QApplication::beep(); }
 
 void QtWindowPresenter::showSplash(const std::vector<std::string>& fields) {
+    closeSplash();
+    if (!m_window) {
+        return;
+    }
     QStringList lines;
     for (const std::string& field : fields) {
         lines.append(qstring(field));
     }
-    closeSplash();
-    m_splash = new SplashWindow(lines);
-    m_splash->showOver(m_window);
+    m_splash = new SplashWindow(lines, *m_window);
+    m_splash->show();
 }
 
 void QtWindowPresenter::closeSplash() { delete m_splash.data(); }
@@ -51,9 +54,6 @@ void QtWindowPresenter::makeMainWindowKeyAndFront(bool evenIfAnotherIsActive) {
     const bool noneIsActive = QApplication::activeWindow() == nullptr;
     if (noneIsActive && (evenIfAnotherIsActive || !anotherIsActive)) {
         m_window->activateWindow();
-    }
-    if (m_splash) {
-        m_splash->raise();
     }
 }
 

@@ -2,26 +2,18 @@
 
 #include "ui_SplashWindow.h"
 
-#include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
-#include <QScreen>
 
 namespace kpx {
 
-SplashWindow::SplashWindow(const QStringList& fields) : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
-    setAttribute(Qt::WA_ShowWithoutActivating);
+SplashWindow::SplashWindow(const QStringList& fields, QWidget& window) : QWidget(&window) {
     Ui::SplashWindow form;
     form.setupUi(this);
     form.labelIcon->setPixmap(QIcon(QStringLiteral(":/images/velmora.svg")).pixmap(QSize(72, 72), devicePixelRatioF()));
     form.labelFields->setText(fields.join(QLatin1Char('\n')));
-}
-
-void SplashWindow::showOver(QWidget* window) {
     adjustSize();
-    const QRect area = window ? window->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
-    move(area.center() - rect().center());
-    show();
+    move(window.rect().center() - rect().center());
 }
 
 void SplashWindow::paintEvent(QPaintEvent*) {

@@ -4,15 +4,13 @@
 
 namespace kpx {
 
-/// The window shown for the first seconds; a click sends it away.
+/// What is shown in the middle of the window for the first seconds; a click sends it away. Part of that window: one of
+/// its own would take the keys there where each new window gets them, and stand where the desktop likes.
 class SplashWindow : public QWidget {
     Q_OBJECT
 
 public:
-    explicit SplashWindow(const QStringList& fields);
-
-    /// Shows it in the middle of the window, or of the screen without one.
-    void showOver(QWidget* window);
+    SplashWindow(const QStringList& fields, QWidget& window);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

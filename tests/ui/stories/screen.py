@@ -63,8 +63,9 @@ class Screen:
         self.application = wait_for(self._find_application, "the program on the accessibility bus")
         # Each look is a new one.
         self.application.set_cache_mask(Atspi.Cache.NONE)
-        # The splash window goes by itself.
-        wait_for(lambda: len(self._windows()) == 1 and self.window(), "the main window alone")
+        # The splash goes by itself; the mouse could not reach what lies below.
+        wait_for(self._splash, "the splash")
+        wait_for(lambda: self.window() and not self._splash(), "the window without the splash")
 
     def _find_application(self):
         if self.process.poll() is not None:
@@ -73,6 +74,9 @@ class Screen:
             if candidate.get_process_id() == self.process.pid and candidate.get_child_count():
                 return candidate
         return None
+
+    def _splash(self):
+        return self.look(Atspi.Role.LABEL, "Velmora")
 
     def _windows(self):
         return [window for window in children(self.application) if has(window, State.SHOWING)]
