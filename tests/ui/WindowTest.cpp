@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
 #include <QStyle>
@@ -137,6 +138,18 @@ private Q_SLOTS:
         QCOMPARE(QApplication::activeWindow(), &window);
         QTest::mouseClick(splash, Qt::LeftButton);
         QVERIFY(!splash->isVisible());
+    }
+
+    void aTabIsLaidOutWhenItIsFirstSeen() {
+        writeSmallHousehold();
+        start();
+        const auto page = [this](int tab) {
+            return qobject_cast<QScrollArea*>(find<QTabWidget>("theTabView")->widget(tab))->widget();
+        };
+        QVERIFY(page(0) && !page(1) && !page(2) && !page(3));
+        clickTab(2);
+        QVERIFY(page(2) && page(2)->isVisible() && page(2)->isAncestorOf(find<QPushButton>("showBtnTab3")));
+        QVERIFY(!page(3));
     }
 
     void everyWindowFitsTheScreen() {

@@ -31,7 +31,7 @@ int widestWord(const TableView::Column& column, const QFontMetrics& metrics) {
     return widest;
 }
 
-void setUsualWidths(const TableView& control, RecordTableView& widget) {
+std::vector<RecordTableView::ColumnWidth> usualWidths(const TableView& control, const RecordTableView& widget) {
     const int character = widget.fontMetrics().averageCharWidth();
     std::vector<RecordTableView::ColumnWidth> widths;
     for (const TableView::Column& column : control.columns()) {
@@ -40,7 +40,7 @@ void setUsualWidths(const TableView& control, RecordTableView& widget) {
             qMax(usualCharacters(column.identifier) * character, widestWord(column, widget.fontMetrics())) + 16;
         widths.push_back({qMax(title, usual), isTextColumn(column.identifier)});
     }
-    widget.setColumnWidths(std::move(widths));
+    return widths;
 }
 
 void refreshRows(const TableView& control, RecordTableView& widget, RecordTableModel& model) {
@@ -123,7 +123,7 @@ void bind(TableView& control, RecordTableView& widget, std::function<Environment
     auto* model = new RecordTableModel(control, std::move(environment), &widget);
     widget.setModel(model);
     widget.setItemDelegate(new GaugeDelegate(&widget));
-    setUsualWidths(control, widget);
+    widget.setColumnWidths([&control, &widget] { return usualWidths(control, widget); });
     control.changed = [&control, &widget, model] {
         refreshRows(control, widget, *model);
         showSelection(control, widget);

@@ -3,6 +3,7 @@
 #include "ui/style/CalmStyle.h"
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QToolTip>
 
 // A static library's pictures are not there until they are asked for. The macro works in no namespace.
@@ -10,8 +11,21 @@ static void registerPictures() { Q_INIT_RESOURCE(velmora); }
 
 namespace kpx {
 
+namespace {
+
+/// Where a desktop names no font the toolkit's is called "Sans Serif", which it would look up anew for each script of
+/// each text. It finds the same when it is called by its own name.
+void callFontByItsName() {
+    QFont font = QApplication::font();
+    font.setFamily(QFontInfo(font).family());
+    QApplication::setFont(font);
+}
+
+}  // namespace
+
 void installStyle(QApplication& application) {
     registerPictures();
+    callFontByItsName();
     application.setStyle(new CalmStyle);
 }
 

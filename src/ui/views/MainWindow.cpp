@@ -46,20 +46,38 @@ void makeRoomForDigits(const QWidget& page) {
     }
 }
 
-/// In the smallest window, and in a language of long words, what has no room is scrolled to instead of being cut.
+/// In the smallest window, and in a language of long words, what has no room is scrolled to instead of being cut. The
+/// page comes into it when it is first seen: until then none of its texts need be measured.
+class ScrolledPage : public QScrollArea {
+public:
+    explicit ScrolledPage(QWidget* page) : m_page(page) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        page->setParent(this);
+        page->hide();
+        viewport()->setAutoFillBackground(false);
+    }
+
+protected:
+    void showEvent(QShowEvent* event) override {
+        if (!widget()) {
+            setWidget(m_page);
+            m_page->setAutoFillBackground(false);
+        }
+        QScrollArea::showEvent(event);
+    }
+
+private:
+    QWidget* m_page;
+};
+
 template <class Form>
 void addTab(QTabWidget& tabs) {
     auto* page = new QWidget;
     Form().setupUi(page);
     makeRoomForDigits(*page);
-    auto* scrolled = new QScrollArea;
-    scrolled->setFrameShape(QFrame::NoFrame);
-    scrolled->setFocusPolicy(Qt::NoFocus);
-    scrolled->setWidgetResizable(true);
-    scrolled->setWidget(page);
-    page->setAutoFillBackground(false);
-    scrolled->viewport()->setAutoFillBackground(false);
-    tabs.addTab(scrolled, page->windowTitle());
+    tabs.addTab(new ScrolledPage(page), page->windowTitle());
 }
 
 template <class Form>

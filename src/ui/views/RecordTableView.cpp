@@ -113,15 +113,17 @@ void RecordTableView::setStoredRow(int row) {
     viewport()->update();
 }
 
-void RecordTableView::setColumnWidths(std::vector<ColumnWidth> widths) {
-    m_columnWidths = std::move(widths);
+void RecordTableView::setColumnWidths(std::function<std::vector<ColumnWidth>()> widths) {
+    m_usualWidths = std::move(widths);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_userSetWidths |= !m_fitting; });
-    fitColumns();
 }
 
 void RecordTableView::fitColumns() {
-    if (m_userSetWidths) {
+    if (m_userSetWidths || !m_usualWidths) {
         return;
+    }
+    if (m_columnWidths.empty()) {
+        m_columnWidths = m_usualWidths();
     }
     int usual = 0;
     int growing = 0;

@@ -2,6 +2,7 @@
 
 #include <QTableView>
 
+#include <functional>
 #include <vector>
 
 namespace kpx {
@@ -32,12 +33,12 @@ public:
     void setStoredRow(int row);
 
     /// The columns' widths as long as the user has not set one: the usual ones, those of texts wider
-    /// while there is room to spare.
+    /// while there is room to spare. Asked for when the table is first seen: they hang on many texts.
     struct ColumnWidth {
         int usual = 0;
         bool mayGrow = false;
     };
-    void setColumnWidths(std::vector<ColumnWidth> widths);
+    void setColumnWidths(std::function<std::vector<ColumnWidth>()> widths);
 
     /// The columns' widths and their order as the user has set them; empty as long as nobody has.
     QString savedColumns() const;
@@ -65,7 +66,8 @@ protected:
 private:
     void fitColumns();
 
-    std::vector<ColumnWidth> m_columnWidths;
+    std::function<std::vector<ColumnWidth>()> m_usualWidths;
+    std::vector<ColumnWidth> m_columnWidths;  ///< empty until the table is first seen
     int m_storedRow = -1;
     bool m_fitting = false;
     bool m_userSetWidths = false;
