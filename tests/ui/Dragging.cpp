@@ -16,8 +16,6 @@ namespace {
 /// The corner of the screen where the other program's window stands; clear of the program's own.
 constexpr QPoint sourcePlace(2100, 1300);
 constexpr QSize sourceSize(480, 480);
-/// Where no window stands.
-constexpr QPoint emptyPlace(2000, 1780);
 constexpr int settleMilliseconds = 60;
 const QString mouseInside = QStringLiteral("at ");
 const QString watchName = QStringLiteral("mouseWatch");
@@ -36,6 +34,9 @@ bool act(const QStringList& orders) {
 bool mouseTo(const QPoint& place) {
     return act({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())});
 }
+
+/// Where no window stands.
+QPoint emptyPlace() { return QGuiApplication::primaryScreen()->geometry().bottomRight(); }
 
 /// Asks for the thing's place until it says the same with the mouse at two ends of it: what it says may be late.
 std::optional<QPoint> agreed(QPoint place, const QSize& size, std::optional<QPoint>& seen) {
@@ -176,7 +177,7 @@ bool Drag::over(const QWidget* target) {
         return false;
     }
     // Looked for before the drag has the mouse.
-    const QPoint place = target ? middle(*target) : emptyPlace;
+    const QPoint place = target ? middle(*target) : emptyPlace();
     if (!m_taken) {
         QPoint source = sourceAt();
         // A desktop that chooses the place may have chosen one over what is aimed at, and another for the next window.
@@ -217,6 +218,8 @@ bool moveWindow(QWidget& window, const QPoint& place) {
             QStringLiteral("x:%1 y:%2 ").arg(there.x()).arg(there.y()).toUtf8());
     });
 }
+
+bool moveMouseAway() { return mouseTo(emptyPlace()); }
 
 bool moveMouseTo(const QWidget& target) { return mouseTo(middle(target)); }
 

@@ -38,6 +38,8 @@ QString linked();
 /// Moves the window, and waits until it stands there; false when it never does. A Wayland desktop leaves it where it
 /// is.
 bool moveWindow(QWidget& window, const QPoint& place);
+/// Moves the real mouse to the screen's corner, where no window stands.
+bool moveMouseAway();
 /// Moves the real mouse to the middle of the widget.
 bool moveMouseTo(const QWidget& target);
 /// Presses and lets go of its left button there, or at that position of the widget.

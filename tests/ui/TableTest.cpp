@@ -221,7 +221,7 @@ private Q_SLOTS:
 
     void aTableReachedByTabShowsItAlsoWithoutACurrentRow() {
         m_program->window().activateWindow();
-        QTRY_VERIFY(m_program->window().isActiveWindow());
+        QVERIFY(waitUntilActive(&m_program->window()));
         button("filterBtnTab1")->setFocus();
         const auto edge = [this] { return history()->grab().toImage().pixelColor(0, history()->height() / 2); };
         const QColor quiet = edge();

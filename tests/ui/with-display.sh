@@ -49,7 +49,7 @@ if [ "$QT_QPA_PLATFORM" = wayland ]; then
     size=${screen%x*}
     printf '[core]\nidle-time=0\n[shell]\npanel-position=none\nanimation=none\nstartup-animation=none\nclose-animation=none\nlocking=false\n' >"$folder/weston.ini"
     WAYLAND_DISPLAY=wayland-velmora
-    weston --config="$folder/weston.ini" --backend=x11-backend.so --width="${size%x*}" --height="${size#*x}" \
+    weston --config="$folder/weston.ini" --backend=x11-backend.so --use-pixman --width="${size%x*}" --height="${size#*x}" \
         --socket=$WAYLAND_DISPLAY >"$folder/weston.log" 2>&1 &
     manager=$!
     export WAYLAND_DISPLAY
