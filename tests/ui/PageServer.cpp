@@ -6,6 +6,8 @@
 //   /cut             200, and breaks off before the body is whole
 //   /long/NUMBER     200, with a body of so many characters "9"
 //   /endless         200, with a body that never ends
+//   /endless-line    200, with a header that never ends
+//   /endless-lines   200, with headers that never end
 //   /moved/ADDRESS   on to that address, percent-encoded
 //   /unprotected     200, with the number of requests that came without TLS
 
@@ -32,13 +34,15 @@ void send(QTcpSocket& socket, int status, const QByteArray& body, qsizetype leng
 
 int unprotectedRequests = 0;
 
-void sendForEver(QTcpSocket& socket) {
-    socket.write("HTTP/1.1 200 Answer\r\nContent-Type: text/plain\r\nConnection: close\r\n\r\n");
+constexpr int pieceLength = 65536;
+
+void sendForEver(QTcpSocket& socket, const QByteArray& beginning, const QByteArray& piece) {
+    socket.write("HTTP/1.1 200 Answer\r\nContent-Type: text/plain\r\nConnection: close\r\n" + beginning);
     auto* timer = new QTimer(&socket);
-    QObject::connect(timer, &QTimer::timeout, &socket, [&socket] {
+    QObject::connect(timer, &QTimer::timeout, &socket, [&socket, piece] {
         constexpr int ahead = 1 << 20;
         if (socket.bytesToWrite() < ahead) {
-            socket.write(QByteArray(65536, '9'));
+            socket.write(piece);
         }
     });
     timer->start(1);
@@ -60,7 +64,11 @@ void answer(QTcpSocket& socket) {
     } else if (path.startsWith("/long/")) {
         send(socket, 200, QByteArray(argument.toInt(), '9'), argument.toInt());
     } else if (path == "/endless") {
-        sendForEver(socket);
+        sendForEver(socket, "\r\n", QByteArray(pieceLength, '9'));
+    } else if (path == "/endless-line") {
+        sendForEver(socket, "Version: ", QByteArray(pieceLength, '9'));
+    } else if (path == "/endless-lines") {
+        sendForEver(socket, "", QByteArray("Version: 9.9\r\n").repeated(pieceLength / 14));
     } else if (path.startsWith("/moved/")) {
         socket.write("HTTP/1.1 302 Moved\r\nContent-Length: 0\r\nConnection: close\r\nLocation: " +
                      QByteArray::fromPercentEncoding(argument) + "\r\n\r\n");

@@ -19,6 +19,8 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <sys/resource.h>
+
 #include <functional>
 #include <memory>
 
@@ -60,6 +62,13 @@ Told newer(const QString& version) {
     return {QStringLiteral("A new version of KPX (") + version + QStringLiteral(") is available."),
             QStringLiteral("It can be downloaded from the CQB web site."),
             {QStringLiteral("Go to web site"), QStringLiteral("Cancel")}};
+}
+
+/// The most that this process ever held.
+long mostMemoryInKilobytes() {
+    rusage taken{};
+    ::getrusage(RUSAGE_SELF, &taken);
+    return taken.ru_maxrss;
 }
 
 }  // namespace
@@ -156,6 +165,16 @@ private Q_SLOTS:
         // The window quotes what has room in one line.
         m_web.target = (m_base + QStringLiteral("/long/50000000")).toStdString();
         QVERIFY(check() == newer(QString(79, QLatin1Char('9')) + QChar(0x2026)));
+    }
+
+    void readsNoEndlessHeaders() {
+        QtWebFetch fetch{std::chrono::milliseconds(10000)};
+        for (const char* path : {"/endless-line", "/endless-lines"}) {
+            const long before = mostMemoryInKilobytes();
+            QVERIFY2(!fetch.fetch((m_base + QLatin1String(path)).toStdString()), path);
+            const long more = mostMemoryInKilobytes() - before;
+            QVERIFY2(more < 160000, qPrintable(QString::fromLatin1(path) + QString::number(more)));
+        }
     }
 
     void escapeAndTheCloseButtonOpenNoPage() {

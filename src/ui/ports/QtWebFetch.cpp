@@ -3,9 +3,12 @@
 #include "ui/Conversions.h"
 
 #include <QEventLoop>
+#include <QFile>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
+
+#include <unistd.h>
 
 #include <memory>
 
@@ -15,6 +18,18 @@ namespace {
 
 /// In bytes. A version is a few characters; whatever else the address may answer is not to fill the memory.
 constexpr qint64 longestAnswer = 65536;
+
+/// In bytes. The toolkit gathers what comes before an answer's body without a bound and tells nobody how much that is,
+/// so what is bounded is how much more memory the program holds than before. A connection takes some 20 MB.
+constexpr qint64 mostMemory = qint64{64} << 20;
+constexpr std::chrono::milliseconds betweenLooks{20};
+
+/// What this program holds of the memory, in bytes.
+qint64 memoryHeld() {
+    QFile pages(QStringLiteral("/proc/self/statm"));
+    const QByteArray resident = pages.open(QIODevice::ReadOnly) ? pages.readAll().split(' ').value(1) : QByteArray();
+    return resident.toLongLong() * ::sysconf(_SC_PAGESIZE);
+}
 
 /// Errors of the connection have numbers below 100; the server's own refusals, such as "not found", above.
 bool connectionFailed(QNetworkReply::NetworkError error) { return error > QNetworkReply::NoError && error < 100; }
@@ -50,6 +65,13 @@ std::optional<WebFetch::Response> QtWebFetch::fetch(const std::string& address) 
     QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QObject::connect(&wholeRequest, &QTimer::timeout, reply.get(), &QNetworkReply::abort);
     wholeRequest.start(m_timeOut);
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, reply.get(), [&reply, most = memoryHeld() + mostMemory] {
+        if (memoryHeld() > most) {
+            reply->abort();
+        }
+    });
+    watch.start(betweenLooks);
     if (!reply->isFinished()) {
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
