@@ -80,10 +80,12 @@ NotificationServer::NotificationServer(const QDBusConnection& bus, AgentClock& c
     auto* watcher = new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) { ownerChanged(newOwner); });
-    m_bus.connect(service, path, interface, QStringLiteral("ActivationToken"), this,
+    // With its signature each: the toolkit would end the program over arguments that do not fit the slot.
+    m_bus.connect(service, path, interface, QStringLiteral("ActivationToken"), QStringLiteral("us"), this,
                   SLOT(ActivationToken(uint, QString)));
-    m_bus.connect(service, path, interface, QStringLiteral("ActionInvoked"), this, SLOT(ActionInvoked(uint, QString)));
-    m_bus.connect(service, path, interface, QStringLiteral("NotificationClosed"), this,
+    m_bus.connect(service, path, interface, QStringLiteral("ActionInvoked"), QStringLiteral("us"), this,
+                  SLOT(ActionInvoked(uint, QString)));
+    m_bus.connect(service, path, interface, QStringLiteral("NotificationClosed"), QStringLiteral("uu"), this,
                   SLOT(NotificationClosed(uint, uint)));
 }
 

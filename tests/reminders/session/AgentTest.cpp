@@ -120,6 +120,36 @@ TEST_F(Agent, WhatOthersShowIsNotItsOwn) {
     EXPECT_TRUE(m_application.clicks.empty());
 }
 
+TEST_F(Agent, AServerThatSaysOddThingsEndsNothing) {
+    m_daemon.appear();
+    m_application.appear();
+    m_session.startAgent(noon);
+    ASSERT_TRUE(scheduleShown("text"));
+    const qint64 process = m_session.agentProcess();
+    const uint number = m_daemon.open.begin()->first;
+    const QString action = QStringLiteral("default");
+    const QVariantList rows[] = {{},
+                                 {number},
+                                 {action},
+                                 {action, number},
+                                 {number, QVariantMap{{action, number}}},
+                                 {QVariantMap{{action, number}}, action},
+                                 {QVariant::fromValue(QList<uint>{number}), action},
+                                 {number, QStringList{action}},
+                                 {QVariantList{number}, QVariantList{action}},
+                                 {int(number), action}};
+    for (const QVariantList& row : rows) {
+        for (const char* signal : {"ActivationToken", "ActionInvoked", "NotificationClosed"}) {
+            m_daemon.sendOdd(QLatin1String(signal), row);
+        }
+        EXPECT_TRUE(m_session.settleAgent());
+        EXPECT_EQ(m_session.agentProcess(), process) << "it is the same one still";
+    }
+    EXPECT_EQ(only().phase, Phase::Shown);
+    m_daemon.click(number);
+    EXPECT_TRUE(waitUntil([&] { return m_application.clicks.size() == 1; }));
+}
+
 TEST_F(Agent, TwoOfTheSameTextAreTwo) {
     m_daemon.appear();
     m_session.startAgent(noon);

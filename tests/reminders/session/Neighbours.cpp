@@ -63,6 +63,13 @@ void NotificationDaemonDouble::dismiss(uint number) {
     Q_EMIT NotificationClosed(number, byTheUser);
 }
 
+void NotificationDaemonDouble::sendOdd(const QString& signal, const QVariantList& arguments) {
+    QDBusMessage message =
+        QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/Notifications"), notifications, signal);
+    message.setArguments(arguments);
+    EXPECT_TRUE(m_bus.send(message));
+}
+
 bool NotificationDaemonDouble::endsAtThisStep() {
     if (m_stepsLeft == 0 || --m_stepsLeft > 0) {
         return m_hasEnded;

@@ -45,6 +45,8 @@ public:
     /// As a user's click and a user's dismissal.
     void click(uint number, const QString& action = QStringLiteral("default"), const QString& token = {});
     void dismiss(uint number);
+    /// Sends a signal of its interface with arguments as nobody expects them.
+    void sendOdd(const QString& signal, const QVariantList& arguments);
 
     std::vector<Notification> shown;    ///< everything that newly came to the screen, in order
     std::map<uint, Notification> open;  ///< what is on the screen
