@@ -17,6 +17,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
 
@@ -288,7 +289,19 @@ private:
         const auto windows = m_program->ports().preview.windows();
         QCOMPARE(windows.size(), std::size_t{1});
         lookAt(*windows.front(), QStringLiteral("preview"));
+        lookBelowClosingButtons(*windows.front()->findChild<QTabBar*>());
         windows.front()->close();
+    }
+
+    /// No title runs on below the button that closes its tab.
+    static void lookBelowClosingButtons(QTabBar& tabs) {
+        for (int index = 0; index < tabs.count(); ++index) {
+            QWidget* button = tabs.tabButton(index, QTabBar::RightSide);
+            button->hide();
+            const QImage below = tabs.grab(button->geometry()).toImage();
+            button->show();
+            QCOMPARE(below, below.copy(0, 0, 1, 1).scaled(below.size()));
+        }
     }
 
     std::unique_ptr<Application> m_program;

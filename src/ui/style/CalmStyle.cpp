@@ -350,6 +350,10 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, 
         // A text among labels stands flush with them; the field itself keeps two pixels to its edge.
         return rect.adjusted(-2, 0, 2, 0);
     }
+    const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+    if (element == SE_TabBarTabRightButton && tab) {
+        return visualRect(tab->direction, tab->rect, tabButtonRect(*tab));
+    }
     return rect;
 }
 

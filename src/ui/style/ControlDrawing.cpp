@@ -8,6 +8,13 @@
 
 namespace kpx {
 
+namespace {
+
+/// Between a tab's ends and what is drawn in it.
+constexpr int tabInset = 12;
+
+}  // namespace
+
 bool isMainButton(const QWidget* widget, const QStyleOption* option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     return (widget && widget->property("accent").toBool()) ||
@@ -97,10 +104,17 @@ void drawPanel(const QStyleOption* option, QPainter* painter, const QWidget* wid
     painter->restore();
 }
 
+QRect tabButtonRect(const QStyleOptionTab& tab) {
+    QRect button(QPoint(), tab.rightButtonSize);
+    button.moveCenter(tab.rect.center());
+    button.moveRight(tab.rect.right() - tabInset);
+    return button;
+}
+
 void drawTab(const QStyleOption* option, QPainter* painter) {
     const bool selected = isOn(option, QStyle::State_Selected);
     const bool lit = selected || isOn(option, QStyle::State_HasFocus);
-    const QRect bar(option->rect.left() + 12, option->rect.bottom() - 2, option->rect.width() - 24, 3);
+    const QRect bar(option->rect.left() + tabInset, option->rect.bottom() - 2, option->rect.width() - 2 * tabInset, 3);
     if (!lit && !isOn(option, QStyle::State_MouseOver)) {
         return;
     }
@@ -121,8 +135,13 @@ void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* pai
         painter->drawRoundedRect(QRectF(tab->rect).adjusted(4, 5, -4, -6), 5, 5);
     }
     painter->setPen(tab->palette.color(role));
-    // Beside the button that closes it.
-    const QRect beside = tab->rect.adjusted(tab->leftButtonSize.width(), 0, -tab->rightButtonSize.width(), 0);
+    QRect beside = tab->rect;
+    if (!tab->rightButtonSize.isEmpty()) {
+        // The chosen one's is wider than the tab was made for.
+        constexpr int gap = 4;
+        beside.setLeft(beside.left() + tabInset);
+        beside.setRight(tabButtonRect(*tab).left() - gap);
+    }
     style->drawItemText(painter, QStyle::visualRect(tab->direction, tab->rect, beside),
                         Qt::AlignCenter | Qt::TextShowMnemonic, tab->palette, true, tab->text);
     painter->restore();

@@ -33,6 +33,8 @@ void drawIndicator(const QStyleOption* option, QPainter* painter, bool round);
 /// that the keyboard leads there, for a list without a current row could not.
 void drawPanel(const QStyleOption* option, QPainter* painter, const QWidget* widget);
 
+/// Of the button that closes the tab, for a language written from the left.
+QRect tabButtonRect(const QStyleOptionTab& tab);
 void drawTab(const QStyleOption* option, QPainter* painter);
 void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* painter);
 
