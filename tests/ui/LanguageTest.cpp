@@ -263,6 +263,10 @@ private Q_SLOTS:
             const auto& table = *widgetNamed<QTableView>(program->window(), "tableViewTab1");
             QCOMPARE(table.model()->index(0, 9).data().toString(), QStringLiteral("\u200E.80"));
             QVERIFY(!program->window().style()->styleHint(QStyle::SH_UnderlineShortcut));
+            // So does what is typed, beside what it is called.
+            program->delegate().outlets.rxNumberTab1.setText("77");
+            auto* number = widgetNamed<QLineEdit>(program->window(), "rxNumberTab1");
+            QVERIFY(leftmostInk(*number) > number->width() / 2);
             // What is said below a field stands right, in figures and in words.
             widgetNamed<QTabWidget>(program->window(), "theTabView")->setCurrentIndex(2);
             for (const char* text : {"12.50", "عدد الوصفات"}) {

@@ -29,9 +29,9 @@ void showText(QLineEdit& widget, const QString& text) {
 
 void bind(TextField& control, QLineEdit& widget) {
     widget.setReadOnly(!control.isEditable());
-    if (widget.isReadOnly() && QGuiApplication::isRightToLeft()) {
-        // Below its label, which stands right; a number by itself would stand left, and a text that is written from
-        // the right would be mirrored to the left.
+    if (QGuiApplication::isRightToLeft()) {
+        // Beside or below its label, which stands right; a number or a Latin name by itself would stand left, and a
+        // text that is written from the right would be mirrored to the left.
         widget.setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     }
     control.changed = [&control, &widget] {
