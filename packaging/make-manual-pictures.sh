@@ -5,6 +5,9 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+packaging/install-missing.sh build window display pictures
+cmake --build "$1" --target velmora_manual
+
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 tests/ui/with-display.sh "$1/bin/velmora_manual" "$folder"
