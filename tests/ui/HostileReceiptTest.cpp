@@ -98,6 +98,28 @@ private Q_SLOTS:
         QVERIFY(resultFor(whole.fileName()) == DecodingResult::Shown);
     }
 
+    void theLastOfManyQuickOnesIsShown() {
+        writeSmallHousehold();
+        auto program = startWithoutSplash();
+        QVERIFY(program);
+        auto& button = *program->window().findChild<DropButton*>(QStringLiteral("dropButton"));
+        const QStringList hostile = writeHostileReceipts();
+        const QString last = writePicture(QStringLiteral("last.png"), {30, 50}, 0xff205080);
+        constexpr int many = 60;
+        for (int turn = 0; turn < many; ++turn) {
+            const QString& file = turn == many - 1 ? last : hostile[turn % hostile.size()];
+            program->delegate().performDragOperation(program->delegate().outlets.dropButton, file.toStdString());
+            if (turn % 5 == 0) {
+                QTRY_VERIFY(!runningDecoders().isEmpty());
+            }
+        }
+        QTRY_COMPARE(button.picture().size(), QSize(30, 50));
+        QTRY_VERIFY(runningDecoders().isEmpty());
+        QCOMPARE(button.picture().pixel(5, 5), 0xff205080);
+        QCOMPARE(program->delegate().outlets.dropButton.state(), KPXDropButton::State::Attached);
+        program->window().close();
+    }
+
     void theWindowIsNotHeldUpAndTheDecoderIsEnded() {
         writeSmallHousehold();
         auto program = startWithoutSplash();
