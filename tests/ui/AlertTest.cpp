@@ -180,7 +180,9 @@ private Q_SLOTS:
         } rows[] = {{"Refused", lines},
                     {lines, ""},
                     {std::string(9000, 'M'), std::string(9000, 'i')},
-                    {"Refused", std::string(9000, ' ') + std::string(3000, '\r') + "end"}};
+                    {"Refused", std::string(9000, ' ') + std::string(3000, '\r') + "end"},
+                    {"Refused", std::string(100'000, 'x')},
+                    {std::string(100'000, 'x'), std::string(1000, '\n') + "\t" + std::string(2000, 'y')}};
         bool dark = false;
         for (const auto& row : rows) {
             Alert large = alert("");
