@@ -152,6 +152,26 @@ private Q_SLOTS:
         QVERIFY(!page(3));
     }
 
+    void returnPressesTheButtonWithTheFocus() {
+        writeSmallHousehold();
+        start();
+        QVERIFY(QTest::qWaitForWindowActive(&m_program->window()));
+        auto* field = find<QLineEdit>("rxNumberTab1");
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Return);
+        QVERIFY(noAlertShows());
+        auto* fold = find<QAbstractButton>("foldFormBtn");
+        fold->setFocus();
+        QTest::keyClick(fold, Qt::Key_Return);
+        QVERIFY(!field->isVisible());
+        QTest::keyClick(fold, Qt::Key_Enter);
+        QVERIFY(field->isVisible());
+        auto* filter = find<QPushButton>("filterBtnTab1");
+        filter->setFocus();
+        QTest::keyClick(filter, Qt::Key_Return);
+        QTRY_VERIFY(find<SheetDialog>("theFilterSheetTab1")->isVisible());
+    }
+
     void everyWindowFitsTheScreen() {
         writeSmallHousehold();
         start();

@@ -6,6 +6,7 @@
 #include "ui/views/MenuBarKey.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptView.h"
+#include "ui/views/ReturnKey.h"
 #include "ui/views/ScreenRoom.h"
 #include "ui/views/SheetDialog.h"
 #include "ui_CostTab.h"
@@ -22,6 +23,7 @@
 #include "ui_ScheduleTab.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -165,6 +167,15 @@ void MainWindow::addPopovers() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     Q_EMIT closed();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    QAbstractButton* pressed = isReturnKey(*event) ? buttonForReturn(focusWidget()) : nullptr;
+    if (pressed) {
+        pressed->click();
+    } else {
+        QMainWindow::keyPressEvent(event);
+    }
 }
 
 bool MainWindow::event(QEvent* event) {

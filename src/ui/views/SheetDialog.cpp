@@ -3,13 +3,13 @@
 #include "controls/Alert.h"
 #include "ui/Conversions.h"
 #include "ui/views/AlertBox.h"
+#include "ui/views/ReturnKey.h"
 
 #include <QAbstractSpinBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShowEvent>
-#include <QToolButton>
 
 #include <algorithm>
 
@@ -18,12 +18,12 @@ namespace kpx {
 SheetDialog::SheetDialog(QWidget* parent) : QDialog(parent) { setWindowModality(Qt::WindowModal); }
 
 void SheetDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    if (!isReturnKey(*event)) {
         QDialog::keyPressEvent(event);
         return;
     }
-    auto* pressed = qobject_cast<QAbstractButton*>(focusWidget());
-    if (!qobject_cast<QPushButton*>(pressed) && !qobject_cast<QToolButton*>(pressed)) {
+    QAbstractButton* pressed = buttonForReturn(focusWidget());
+    if (!pressed) {
         const auto buttons = findChildren<QPushButton*>();
         const auto main = std::ranges::find_if(
             buttons, [](const QPushButton* button) { return button->property("accent").toBool(); });
