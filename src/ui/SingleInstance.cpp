@@ -9,6 +9,8 @@
 #include <QDebug>
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 namespace kpx {
 
 namespace {
@@ -39,9 +41,11 @@ QVariantMap ownPlatformData() {
 }
 
 void useTokens(const QVariantMap& platformData) {
+    // Far more than any desktop's; with a variable of some size no program could be started any more.
+    constexpr qsizetype longestToken = 4096;
     for (const Token& token : tokens) {
         const QString value = platformData.value(token.key).toString();
-        if (!value.isEmpty()) {
+        if (!value.isEmpty() && value.size() <= longestToken) {
             qputenv(token.variable, value.toUtf8());
         }
     }
@@ -78,7 +82,7 @@ bool SingleInstance::claim(bool scheduleIsWanted) {
         if (bus.registerService(busName)) {
             return true;
         }
-        if (otherIsRaised(bus, scheduleIsWanted, patience - static_cast<int>(waited.elapsed()))) {
+        if (otherIsRaised(bus, scheduleIsWanted, std::max(1, patience - static_cast<int>(waited.elapsed())))) {
             return false;
         }
     } while (waited.elapsed() < patience);

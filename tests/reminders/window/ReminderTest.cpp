@@ -67,6 +67,16 @@ private Q_SLOTS:
         m_instance.reset();
     }
 
+    void aTokenOfAnyLengthLeavesProgramsToBeStarted() {
+        const QString key = QStringLiteral("desktop-startup-id");
+        constexpr const char* variable = "DESKTOP_STARTUP_ID";
+        m_instance->Activate({{key, QStringLiteral("a token")}});
+        QCOMPARE(qEnvironmentVariable(variable), QStringLiteral("a token"));
+        m_instance->Activate({{key, QString(200'000, QLatin1Char('x'))}});
+        QCOMPARE(QProcess::execute(QStringLiteral("true")), 0);
+        qunsetenv(variable);
+    }
+
     void aClickShowsThePrescription() {
         QVERIFY(startUp(*m_program));
         outlets().theTabView.selectTab(0);
