@@ -205,6 +205,12 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
             QVERIFY(shown->width() < window.width());
             QCOMPARE(shown->text().size(), 4014);
+            // A file's name may be of several lines.
+            const int height = shown->height();
+            label->setText(std::string(200, '\n') + " is not found.");
+            QCoreApplication::processEvents();
+            QCOMPARE(shown->height(), height);
+            QCOMPARE(window.size(), window.minimumSize());
         }
         QCOMPARE(window.width(), window.minimumWidth());
         QCOMPARE(find<QPushButton>("showPrintTableListBtn")->mapTo(&window, QPoint()).x(), before);
