@@ -152,6 +152,15 @@ private Q_SLOTS:
         QVERIFY(!page(3));
     }
 
+    void theFirstControlOfTheFormHasTheFocusAtStart() {
+        writeSmallHousehold();
+        start();
+        QTRY_VERIFY(QApplication::activeWindow() == &m_program->window());
+        QTRY_VERIFY(find<QWidget>("patientPopTab1")->hasFocus());
+        QTest::keyClick(&m_program->window(), Qt::Key_2, Qt::ControlModifier);
+        QTRY_VERIFY(find<QWidget>("patientPopTab2")->hasFocus());
+    }
+
     void returnPressesTheButtonWithTheFocus() {
         writeSmallHousehold();
         start();

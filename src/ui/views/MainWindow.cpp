@@ -64,7 +64,11 @@ public:
 protected:
     void showEvent(QShowEvent* event) override {
         if (!widget()) {
+            QWidget* first = m_page->focusWidget();
             setWidget(m_page);
+            if (first) {
+                first->setFocus();  // it lost the focus with the change of its parent
+            }
             m_page->setAutoFillBackground(false);
         }
         QScrollArea::showEvent(event);
