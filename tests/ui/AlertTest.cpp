@@ -224,6 +224,14 @@ private Q_SLOTS:
         QTest::keyClick(waitForAlert(), Qt::Key_Return);
     }
 
+    void anAlertIsADialogAndSoHasAFrame() {
+        begin("First");
+        AlertBox* box = waitForAlert();
+        QVERIFY(box && box->windowType() == Qt::Dialog && box->windowModality() == Qt::WindowModal);
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_VERIFY(noAlertShows());
+    }
+
     void anAlertOfASheetHangsFromIt() {
         m_program->delegate().outlets.theDrugSheet.setOpen(true);
         auto* sheet = widgetNamed<SheetDialog>(m_program->window(), "theDrugSheet");

@@ -38,20 +38,21 @@ bool mouseTo(const QPoint& place) {
 /// Where no window stands.
 QPoint emptyPlace() { return QGuiApplication::primaryScreen()->geometry().bottomRight(); }
 
-/// Asks for the thing's place until it says the same with the mouse at two ends of it: what it says may be late.
+/// Asks for the thing's place until it says the same with the mouse at another point of it: what it says may be late,
+/// and another window may lie over a part of it.
 std::optional<QPoint> agreed(QPoint place, const QSize& size, std::optional<QPoint>& seen) {
-    constexpr int tries = 6;
-    for (int attempt = 0; attempt < tries; ++attempt) {
-        const QPoint aim = place + QPoint(size.width(), size.height()) * (attempt % 2 + 1) / 3;
+    constexpr QPointF points[] = {{0.33, 0.33}, {0.67, 0.67}, {0.33, 0.67}, {0.67, 0.33},
+                                  {0.1, 0.1},   {0.9, 0.9},   {0.1, 0.9},   {0.9, 0.1}};
+    for (const QPointF& point : points) {
+        const QPoint aim = place + QPointF(point.x() * size.width(), point.y() * size.height()).toPoint();
         seen.reset();
         mouseTo(aim);
-        if (!QTest::qWaitFor([&seen] { return seen.has_value(); }, 2000)) {
-            return std::nullopt;
+        if (QTest::qWaitFor([&seen] { return seen.has_value(); }, 700)) {
+            if (aim - *seen == place) {
+                return place;
+            }
+            place = aim - *seen;
         }
-        if (aim - *seen == place) {
-            return place;
-        }
-        place = aim - *seen;
     }
     return std::nullopt;
 }

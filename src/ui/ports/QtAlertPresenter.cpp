@@ -2,6 +2,8 @@
 
 #include "ui/views/AlertBox.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -61,7 +63,10 @@ void QtAlertPresenter::showNext(const std::string& window) {
             showNext(window);
         }
     });
-    box->open();
+    // On Wayland the window that opens last gets the keys, and none can ask for them: there it opens after what else
+    // the same act opens, such as a popover.
+    const bool lastOneGetsTheKeys = QGuiApplication::platformName() == QLatin1String("wayland");
+    QMetaObject::invokeMethod(box, &QDialog::open, lastOneGetsTheKeys ? Qt::QueuedConnection : Qt::DirectConnection);
 }
 
 void QtAlertPresenter::showTimes(const Request& request) {

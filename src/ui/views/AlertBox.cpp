@@ -43,7 +43,8 @@ QMessageBox::Icon iconFor(AlertStyle style) {
 }  // namespace
 
 AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m_escapeIndex(buttonForEscape(alert)) {
-    setWindowModality(Qt::WindowModal);
+    // The box's own would make it a sheet, which on Wayland has neither frame nor shadow.
+    QWidget::setWindowModality(Qt::WindowModal);
     setWindowTitle(QStringLiteral("Velmora"));
     setIcon(iconFor(alert.style));
     setTextFormat(Qt::PlainText);
