@@ -20,6 +20,7 @@ void KPXAppDelegate::respondToReceiptMenu(int itemIndex) {
             outlets.statusText.setText(formatted(localized("%1$@ could not be opened."), {path.string()}));
         });
     };
+    outlets.statusText.setText({});
     switch (static_cast<ReceiptItem>(itemIndex)) {
         case ReceiptItem::Choose:
             chooseReceipt();
