@@ -18,7 +18,7 @@ namespace kpx {
 /// |-------------------------------------|--------------------------------------------------------------|
 /// | has no content that is known        | there was none                                               |
 /// | was made by the program             | until then there was none, after it one that is kept no more |
-/// | was there when it was first seen    | who knows                                                    |
+/// | was there when it was first seen    | not known                                                    |
 ///
 /// A file that was removed and made anew keeps its first beginning.
 class Beginnings {
