@@ -4,6 +4,7 @@
 #include "ui/style/Colors.h"
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QProcess>
 #include <QTest>
 
@@ -80,6 +81,12 @@ private Q_SLOTS:
         setScheme("no scheme");
         Application program;
         QVERIFY(program.window().palette() == paletteOf({.dark = false, .highContrast = true}));
+    }
+
+    void theFontIsCalledByItsNameSoThatItIsLookedUpOnce() {
+        const Application program;
+        const QFont font = QApplication::font();
+        QCOMPARE(font.family(), QFontInfo(font).family());
     }
 
 private:

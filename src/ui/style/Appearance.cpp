@@ -17,8 +17,10 @@ namespace {
 /// each text. It finds the same when it is called by its own name.
 void callFontByItsName() {
     QFont font = QApplication::font();
-    font.setFamily(QFontInfo(font).family());
-    QApplication::setFont(font);
+    if (const QString name = QFontInfo(font).family(); name != font.family()) {
+        font.setFamily(name);
+        QApplication::setFont(font);
+    }
 }
 
 }  // namespace
