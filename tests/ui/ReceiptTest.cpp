@@ -114,7 +114,8 @@ private Q_SLOTS:
     void showsWhatWasScannedAnewUnderTheSameName() {
         const auto dropped = [this](const QString& file, QRgb colour) {
             Drag drag({address(file)});
-            return drag.over(&dropButton()) && drag.drop() == linked() && QTest::qWaitFor([&] {
+            return drag.over(&dropButton()) && QTest::qWaitFor([this] { return button().dragInside(); }) &&
+                   drag.drop() == linked() && QTest::qWaitFor([&] {
                        const QImage picture = dropButton().picture();
                        return !picture.isNull() && picture.pixel(picture.rect().center()) == colour;
                    });
@@ -193,6 +194,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(kept, elsewhere));
         Drag drag({address(elsewhere)});
         QVERIFY(drag.over(&dropButton()));
+        QTRY_VERIFY(button().dragInside());
         QCOMPARE(drag.drop(), linked());
         AlertBox* box = waitForAlert();
         QVERIFY(box);
