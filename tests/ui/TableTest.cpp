@@ -4,6 +4,7 @@
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
 #include "ui/style/Colors.h"
+#include "ui/views/FindField.h"
 #include "ui/views/GaugeDelegate.h"
 #include "ui/views/RecordTableView.h"
 
@@ -146,6 +147,30 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), 1);
         QTest::keyClick(history(), Qt::Key_Return);
         QVERIFY(button("changeBtnTab1")->isEnabled());
+    }
+
+    void whatIsTypedIsFoundByKeysAlone() {
+        auto* field = history()->findChild<FindField*>();
+        clickRow(*history(), 4);
+        // Nothing was sought yet, so nothing is missing either.
+        QTest::keyClick(history(), Qt::Key_F3);
+        QTest::keyClick(history(), Qt::Key_F, Qt::ControlModifier);
+        QTRY_VERIFY(field->isVisible());
+        QVERIFY(field->accessibleDescription().isEmpty());
+        QTest::keyClicks(field, QStringLiteral("zoe"));
+        QCOMPARE(table().selectedRow(), 5);
+        QTest::keyClick(field, Qt::Key_F3);
+        QCOMPARE(table().selectedRow(), 6);
+        QTest::keyClick(field, Qt::Key_F3);
+        QCOMPARE(table().selectedRow(), 0);
+        QTest::keyClick(field, Qt::Key_F3, Qt::ShiftModifier);
+        QCOMPARE(table().selectedRow(), 6);
+        QTest::keyClicks(field, QStringLiteral("x"));
+        QCOMPARE(table().selectedRow(), 6);
+        QVERIFY(!field->accessibleDescription().isEmpty());
+        QTest::keyClick(field, Qt::Key_Escape);
+        QVERIFY(!field->isVisible() && history()->hasFocus());
+        QCOMPARE(history()->model()->rowCount(), 11);
     }
 
     void aRightClickSelectsItsRowAndCountsAsAClick() {

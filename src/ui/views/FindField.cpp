@@ -21,6 +21,7 @@ FindField::FindField(QWidget* table) : QLineEdit(table) {
 
 void FindField::open() {
     place();
+    showFound(true);
     show();
     raise();
     setFocus(Qt::ShortcutFocusReason);
