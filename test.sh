@@ -159,6 +159,9 @@ if [[ -n ${KPX_LONG:-} ]]; then
     heading "The package, and a life with it"
     count "package" tests/packaging/build_package.sh "$throw_away/package"
     count "life with the package" tests/packaging/clean_root/live.sh "$throw_away"/package/*.deb
+    heading "Everything with another compiler"
+    unset KPX_LONG # all cases were tried with the first one
+    if build clang; then run_ctest clang; fi
 fi
 
 heading "Outcome"
