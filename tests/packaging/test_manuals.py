@@ -110,6 +110,15 @@ class DesktopFiles(unittest.TestCase):
             with self.subTest(tag):
                 self.assertEqual(re.findall(rf'<{tag} xml:lang="(\w+)">', page), LANGUAGES * texts)
 
+    def test_the_page_is_found_by_the_words_that_the_menu_is_searched_by(self):
+        page = (DESKTOP / "example.velmora.Velmora.metainfo.xml").read_text(encoding="utf-8")
+        entry = (DESKTOP / "example.velmora.Velmora.desktop.in").read_text(encoding="utf-8")
+        for language in ["", *LANGUAGES]:
+            with self.subTest(language=language):
+                key, attribute = (f"Keywords[{language}]", f' xml:lang="{language}"') if language else ("Keywords", "")
+                words = re.search(rf"^{re.escape(key)}=(.+);$", entry, re.MULTILINE)[1].split(";")
+                self.assertEqual(re.findall(rf"<keyword{attribute}>(.*)</keyword>", page), words)
+
 
 if __name__ == "__main__":
     unittest.main()
