@@ -20,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t history = 0;
 constexpr std::size_t patients = 1;
 constexpr std::size_t drugs = 2;
 constexpr const char* attribute = "user.velmora.beginnings";
