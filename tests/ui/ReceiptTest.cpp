@@ -4,14 +4,18 @@
 #include "tests/ui/OpenedFiles.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/ports/QtClipboard.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DropButton.h"
 #include "ui/views/PopoverFrame.h"
 #include "ui/views/ReceiptPages.h"
 #include "ui/views/ReceiptView.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextLayout>
@@ -66,6 +70,25 @@ private Q_SLOTS:
                 height += line.height();
             }
             QVERIFY2(height <= area.height(), qPrintable(shown));
+        }
+    }
+
+    void theClipboardGivesTheFirstAddress() {
+        const struct {
+            QString kind;
+            QByteArray bytes;
+            std::string address;
+        } rows[] = {
+            {QStringLiteral("text/uri-list"), "file:///a/slip.png\r\nfile:///b.png\r\n", "file:///a/slip.png"},
+            {QStringLiteral("text/uri-list"), "# copied\r\nfile:///a/slip.png\r\n", "file:///a/slip.png"},
+            {QStringLiteral("text/plain"), "\n /a/slip 1.png \nmore", "/a/slip 1.png"},
+            {QStringLiteral("text/plain"), " \n", ""},
+        };
+        for (const auto& row : rows) {
+            auto* data = new QMimeData;
+            data->setData(row.kind, row.bytes);
+            QGuiApplication::clipboard()->setMimeData(data);
+            QCOMPARE(QtClipboard().address(), row.address);
         }
     }
 
