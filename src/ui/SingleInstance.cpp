@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDebug>
 #include <QElapsedTimer>
+#include <QThread>
 
 #include <algorithm>
 
@@ -75,7 +76,8 @@ bool SingleInstance::claim(bool scheduleIsWanted) {
     }
     bus.registerObject(busPath, this, QDBusConnection::ExportAllSlots);
     // The other one may just be ending, and the name be free a moment later.
-    constexpr int patience = 2000;  // milliseconds that somebody waits for a window
+    constexpr int patience = 2000;       // milliseconds that somebody waits for a window
+    constexpr unsigned long pause = 50;  // milliseconds; one that refuses at once is not asked without end
     QElapsedTimer waited;
     waited.start();
     do {
@@ -85,6 +87,7 @@ bool SingleInstance::claim(bool scheduleIsWanted) {
         if (otherIsRaised(bus, scheduleIsWanted, std::max(1, patience - static_cast<int>(waited.elapsed())))) {
             return false;
         }
+        QThread::msleep(pause);
     } while (waited.elapsed() < patience);
     qWarning() << "The program's name is taken by something that does not answer: this start goes on without it.";
     return true;
