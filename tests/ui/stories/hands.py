@@ -138,7 +138,7 @@ class Keyboard:
     def _go_to(self, role, name):
         if name is not None:
             self.screen.find(role, name)
-        stops = self.screen.stops()
+        stops = wait_for(self.screen.stops, "what may have the focus")
         at = wait_for(self.screen.focused, "the focus")
         for _ in range(self.MOST_STOPS):
             if at.get_role() == role and (name is None or name in names(at)):

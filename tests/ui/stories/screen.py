@@ -114,9 +114,14 @@ class Screen:
 
     def stays(self, role, name):
         end = time.monotonic() + 3
-        while time.monotonic() < end and self.look(role, name):
+        is_there = True
+        while is_there and time.monotonic() < end:
             time.sleep(0.1)
-        return bool(self.look(role, name))
+            try:
+                is_there = bool(self.look(role, name))
+            except GLib.Error:  # something went away while it was looked at
+                pass
+        return is_there
 
     def stops(self):
         """What may have the focus; a tab has it with the list of tabs."""
