@@ -10,8 +10,8 @@
 
 namespace kpx {
 
-/// What a table shows for a value of the column: dates in short style (an instant with its time of day), costs grouped with two decimals, the
-/// words of records in the user's language.
+/// What a table shows for a value of the column: dates in short style, an instant with its time of day, costs grouped
+/// with two decimals, the words of records in the user's language.
 std::string shownText(std::string_view column, const Value& value, const Environment& environment,
                       const LocalizedStrings& localized);
 
