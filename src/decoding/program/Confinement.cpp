@@ -30,10 +30,12 @@ constexpr scmp_arg_cmp argument(unsigned index, scmp_compare comparison, scmp_da
 constexpr rlim_t memory = rlim_t{512} << 20;
 constexpr rlim_t seconds = 5;
 
-rlim_t addressSpaceNow() {
+/// What can be written to and is nobody else's. The address space would say less: a reader of documents may reserve a
+/// great part of it, whatever it then uses.
+rlim_t memoryNow() {
     unsigned long pages = 0;
     if (std::FILE* file = std::fopen("/proc/self/statm", "re")) {
-        if (std::fscanf(file, "%lu", &pages) != 1) {
+        if (std::fscanf(file, "%*u %*u %*u %*u %*u %lu", &pages) != 1) {
             pages = 0;
         }
         static_cast<void>(std::fclose(file));
@@ -123,7 +125,7 @@ void confine() {
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_FSIZE, 0);
     limit(RLIMIT_CPU, secondsTaken() + seconds);
-    limit(RLIMIT_AS, addressSpaceNow() + memory);
+    limit(RLIMIT_DATA, memoryNow() + memory);
     giveUpSystemCalls();
 }
 
