@@ -270,15 +270,15 @@ TEST(ReportPdf, LongTextsEndInAnEllipsisAndLessLongOnesAreWhole) {
 TEST(ReportPdf, WhatFitsIsDrawnAsIfThereWereNoColumns) {
     // What differs from one writing to the next whatever is drawn.
     const auto drawn = [](const Document& document) {
-        QByteArray pdf = reportPdf(document, letter(), QStringLiteral("en"));
-        const qsizetype date = pdf.indexOf("/CreationDate");
-        return pdf.remove(date, pdf.indexOf(')', date) - date);
+        static const QRegularExpression changing(
+            QStringLiteral(R"(/CreationDate[^)]*|/ID \[[^]]*|DocumentID="[^"]*|<xmp:\w+Date>[^<]*)"));
+        return QString::fromLatin1(reportPdf(document, letter(), QStringLiteral("en"))).remove(changing);
     };
     for (const int type : {1, 2, 3, 4, 5, 6, 7, 99}) {
         SCOPED_TRACE(type);
         Document report =
             withTexts(exampleReport(type, 46), [](const DrawText& text) { return text.text.substr(0, 4); });
-        const QByteArray inColumns = drawn(report);
+        const QString inColumns = drawn(report);
         for (Page& page : report.pages) {
             for (DrawingOperation& operation : page.operations) {
                 if (auto* text = std::get_if<DrawText>(&operation)) {
@@ -286,7 +286,7 @@ TEST(ReportPdf, WhatFitsIsDrawnAsIfThereWereNoColumns) {
                 }
             }
         }
-        EXPECT_EQ(inColumns, drawn(report));
+        EXPECT_TRUE(inColumns == drawn(report));
     }
 }
 
