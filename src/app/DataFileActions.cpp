@@ -7,22 +7,6 @@
 #include "region/DateConversion.h"
 
 namespace kpx {
-namespace {
-
-WholeFile::State asWholeFile(DataFile::State state) {
-    switch (state) {
-        case DataFile::State::Missing:
-            return WholeFile::State::Missing;
-        case DataFile::State::Unreadable:
-            return WholeFile::State::Unreadable;
-        case DataFile::State::Damaged:
-        case DataFile::State::Read:
-            break;
-    }
-    return WholeFile::State::Read;
-}
-
-}  // namespace
 
 std::optional<std::filesystem::path> KPXAppDelegate::copyDataFolderURL() const {
     const auto directories = m_ports.workspace.applicationSupportDirectories();
@@ -45,7 +29,7 @@ bool KPXAppDelegate::writeArray(const std::optional<Records>& array, std::string
     }
     const auto reading = m_readings.find(toDataFile);
     const auto found = reading == m_readings.end() ? DataFile::State::Read : reading->second;
-    return replaceKeepingEarlier(*folder, toDataFile, {.bytes = *bytes, .madeFrom = asWholeFile(found)}, replacing,
+    return replaceKeepingEarlier(*folder, toDataFile, {.bytes = *bytes, .madeFrom = fileStateOf(found)}, replacing,
                                  environment());
 }
 

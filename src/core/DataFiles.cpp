@@ -1,7 +1,6 @@
 #include "core/DataFiles.h"
 
 #include "files/FileReplacement.h"
-#include "files/WholeFile.h"
 #include "plist/PropertyList.h"
 
 #include <sys/stat.h>
@@ -50,6 +49,19 @@ DataFile readDataFile(const std::filesystem::path& folder, std::string_view file
     }
     auto records = recordsFromBytes(file.bytes);
     return records ? DataFile{DataFile::State::Read, *std::move(records)} : DataFile{DataFile::State::Damaged, {}};
+}
+
+WholeFile::State fileStateOf(DataFile::State state) {
+    switch (state) {
+        case DataFile::State::Missing:
+            return WholeFile::State::Missing;
+        case DataFile::State::Unreadable:
+            return WholeFile::State::Unreadable;
+        case DataFile::State::Damaged:
+        case DataFile::State::Read:
+            break;
+    }
+    return WholeFile::State::Read;
 }
 
 std::optional<Records> recordsFromBytes(std::string_view bytes) {

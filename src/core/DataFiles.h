@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/WholeFile.h"
 #include "values/Record.h"
 
 #include <filesystem>
@@ -38,6 +39,9 @@ void makeDataFolder(const std::filesystem::path& folder);
 /// | a property list whose root is an array of records | read                           |
 /// | anything else, also zero bytes                    | damaged: leave it alone        |
 [[nodiscard]] DataFile readDataFile(const std::filesystem::path& folder, std::string_view fileName);
+
+/// What the file was, whatever it held: a damaged one was read.
+[[nodiscard]] WholeFile::State fileStateOf(DataFile::State state);
 
 /// The records in the bytes of a data file; null when they are damaged.
 [[nodiscard]] std::optional<Records> recordsFromBytes(std::string_view bytes);
