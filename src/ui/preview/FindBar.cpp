@@ -1,5 +1,7 @@
 #include "ui/preview/FindBar.h"
 
+#include "ui/views/ReturnKey.h"
+
 #include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -60,7 +62,7 @@ bool FindBar::eventFilter(QObject* object, QEvent* event) {
         return QWidget::eventFilter(object, event);
     }
     auto* key = static_cast<QKeyEvent*>(event);
-    const bool returns = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    const bool returns = isReturnKey(*key);
     if (!returns && key->key() != Qt::Key_Escape) {
         return QWidget::eventFilter(object, event);
     }

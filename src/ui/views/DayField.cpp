@@ -1,6 +1,7 @@
 #include "ui/views/DayField.h"
 
 #include "ui/Conversions.h"
+#include "ui/views/ReturnKey.h"
 #include "values/Unicode.h"
 
 #include <QAccessibleWidget>
@@ -146,7 +147,7 @@ void DayField::typeKey(QKeyEvent* event) {
         m_wentOn = false;
         return;
     }
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (isReturnKey(*event)) {
         readText();
     }
     const int section = currentSectionIndex();

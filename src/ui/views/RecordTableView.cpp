@@ -2,6 +2,7 @@
 
 #include "ui/views/AccessibleTable.h"
 #include "ui/views/EmptyState.h"
+#include "ui/views/ReturnKey.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
@@ -204,7 +205,7 @@ void RecordTableView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RecordTableView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (isReturnKey(*event)) {
         if (currentIndex().isValid()) {
             Q_EMIT rowDoubleClicked(currentIndex().row());
         }
