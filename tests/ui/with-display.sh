@@ -55,6 +55,8 @@ if [ "$QT_QPA_PLATFORM" = wayland ]; then
     export WAYLAND_DISPLAY
     wait_for "$XDG_RUNTIME_DIR/$WAYLAND_DISPLAY" "$folder/weston.log"
     xdotool windowfocus --sync "$(sed -n 's/.* window id //p' "$folder/weston.log")"
+    # Weston adds up how far the mouse goes from where it first saw it. In the corner, where both end, they agree.
+    xdotool mousemove "${size%x*}" "${size#*x}" mousemove 0 0
 else
     openbox --startup "touch $folder/managed" >"$folder/openbox.log" 2>&1 &
     manager=$!
