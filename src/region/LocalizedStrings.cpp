@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t longestTable = std::size_t{16} << 20;
 constexpr char tableName[] = "Localizable.strings";
 constexpr char folderEnding[] = ".lproj";
+constexpr char languageOfKeys[] = "en";
 
 struct Placeholder {
     std::size_t length = 0;
@@ -84,7 +85,8 @@ std::string LocalizedStrings::sentence(std::string_view whole, std::initializer_
 std::string languageOfTexts(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes) {
     std::error_code ignored;
     const auto hasTable = [&](const std::string& code) {
-        return std::filesystem::is_regular_file(folderOfLanguage(resources, code) / tableName, ignored);
+        return code == languageOfKeys ||
+               std::filesystem::is_regular_file(folderOfLanguage(resources, code) / tableName, ignored);
     };
     const auto hasFolder = [&](const std::string& code) {
         return std::filesystem::is_directory(folderOfLanguage(resources, code), ignored);

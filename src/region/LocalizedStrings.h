@@ -42,7 +42,8 @@ private:
 };
 
 /// Of the user's languages, best first, the one that texts and manual are shown in: the first that has a table of
-/// translations, else the first that has a folder at all, else the first. REQUIRES: at least one.
+/// translations, which English needs none of, else the first that has a folder at all, else the first. Whoever puts
+/// English before German reads English. REQUIRES: at least one.
 std::string languageOfTexts(const std::filesystem::path& resources, const std::vector<std::string>& languageCodes);
 
 /// The table of that language.

@@ -110,8 +110,15 @@ TEST(RegionSettings, ALanguageIsOneThatHasATable) {
         std::vector<std::string> languageCodes;
         std::string language;
     };
-    const std::vector<Row> rows = {
-        {{"xx", "fr", "de"}, "de"}, {{"de", "fr"}, "de"}, {{"xx", "fr"}, "fr"}, {{"xx", "yy"}, "xx"}, {{"sv"}, "sv"}};
+    const std::vector<Row> rows = {{{"xx", "fr", "de"}, "de"},
+                                   {{"de", "fr"}, "de"},
+                                   {{"xx", "fr"}, "fr"},
+                                   {{"xx", "yy"}, "xx"},
+                                   {{"sv"}, "sv"},
+                                   // English needs none.
+                                   {{"en", "de"}, "en"},
+                                   {{"xx", "en", "de"}, "en"},
+                                   {{"de", "en"}, "de"}};
     for (const Row& row : rows) {
         EXPECT_EQ(languageOfTexts(folder.path(), row.languageCodes), row.language);
     }
