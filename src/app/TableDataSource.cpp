@@ -72,7 +72,7 @@ void KPXAppDelegate::tableView(TableView& tableView, const Value& setObjectValue
 
 void KPXAppDelegate::sortDescriptorsDidChange(TableView& tableView) {
     if (Records* rows = rowsOfTable(tableView)) {
-        const auto order = sortedOrder(*rows, tableView.sortDescriptors(), environment());
+        const auto order = sortedOrder(*rows, tableView.sortDescriptors(), environment(), m_strings);
         reorder(*rows, order);
         if (&tableView == &outlets.tableViewEarlierStates) {
             reorder(m_earlierStates, order);

@@ -1,11 +1,13 @@
 #include "core/Sorting.h"
 
+#include "core/StoredWords.h"
 #include "values/FieldFinder.h"
 #include "values/Reordering.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <numeric>
 #include <type_traits>
 
@@ -50,6 +52,15 @@ Classified classify(const Value* value) {
         value->variant());
 }
 
+/// What is shown of the words that may stand under the key.
+std::map<std::string_view, std::string> shownWords(std::string_view key, const LocalizedStrings& localized) {
+    std::map<std::string_view, std::string> shown;
+    for (const std::string& word : storedWords(key)) {
+        shown.emplace(word, localized(word));
+    }
+    return shown;
+}
+
 std::vector<std::size_t> ranksOfNumbers(const std::vector<long double>& numbers) {
     std::vector<long double> distinct = numbers;
     std::ranges::sort(distinct);
@@ -65,18 +76,20 @@ std::vector<std::size_t> ranksOfNumbers(const std::vector<long double>& numbers)
 /// For every record its place on one level, from 0 without gaps between the kinds; less than the number
 /// of records, as equal values share a place.
 std::vector<std::size_t> ranksOnLevel(const Records& records, const SortDescriptor& descriptor,
-                                      const Environment& environment) {
+                                      const Environment& environment, const LocalizedStrings& localized) {
     std::vector<Kind> kinds;
     kinds.reserve(records.size());
     std::vector<long double> numbers;
     std::vector<long double> dates;
     std::vector<std::string_view> texts;
+    const auto words = shownWords(descriptor.key, localized);
     const FieldFinder sortField(descriptor.key);
     for (const Record& record : records) {
         const Classified value = classify(sortField.in(record));
         kinds.push_back(value.kind);
         if (value.kind == Kind::Text) {
-            texts.push_back(value.text);
+            const auto word = words.find(value.text);
+            texts.push_back(word == words.end() ? value.text : word->second);
         } else if (value.kind == Kind::Number) {
             numbers.push_back(value.number);
         } else if (value.kind == Kind::Date) {
@@ -124,12 +137,12 @@ std::vector<std::size_t> sortedByRanks(const std::vector<std::size_t>& order, co
 }  // namespace
 
 std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
-                                     const Environment& environment) {
+                                     const Environment& environment, const LocalizedStrings& localized) {
     std::vector<std::size_t> order(records.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     // From the last level to the first, each sort keeping what the later levels have settled.
     for (auto descriptor = descriptors.rbegin(); descriptor != descriptors.rend(); ++descriptor) {
-        order = sortedByRanks(order, ranksOnLevel(records, *descriptor, environment));
+        order = sortedByRanks(order, ranksOnLevel(records, *descriptor, environment, localized));
     }
     return order;
 }

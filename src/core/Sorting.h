@@ -1,6 +1,7 @@
 #pragma once
 
 #include "region/Collation.h"
+#include "region/LocalizedStrings.h"
 #include "values/Record.h"
 
 #include <string>
@@ -22,9 +23,10 @@ struct SortDescriptor {
 void sortByDescriptors(Records& records, const std::vector<SortDescriptor>& descriptors,
                        const Environment& environment);
 
-/// The order in which sortByDescriptors() would put the records: position → index of the record.
+/// The order in which sortByDescriptors() would put the records: position → index of the record. Stored words count as
+/// they are shown in that language, or a column of them would look unsorted: "capsule" is "Kapsel" behind "Gramm".
 std::vector<std::size_t> sortedOrder(const Records& records, const std::vector<SortDescriptor>& descriptors,
-                                     const Environment& environment);
+                                     const Environment& environment, const LocalizedStrings& localized = {});
 
 /// The three-key sort of the reports, in place; answers the same array. A level whose key is
 /// empty takes no part.

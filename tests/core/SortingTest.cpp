@@ -1,10 +1,12 @@
 #include "core/Sorting.h"
 
 #include "tests/support/RegionSupport.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -134,6 +136,31 @@ TEST(Sorting, ThreeKeySort) {
         Records records = prescriptions;
         doSortWithArray(records, rows[row].first, rows[row].second, rows[row].third, environmentFor("en_US"));
         EXPECT_EQ(identifiers(records), rows[row].order);
+    }
+}
+
+TEST(Sorting, StoredWordsGoByWhatIsShownOfThem) {
+    const test::TemporaryFolder resources;
+    std::filesystem::create_directory(resources.path() / "de.lproj");
+    test::writeFile(resources.path() / "de.lproj" / "Localizable.strings",
+                    "\"capsule\" = \"Kapsel\"; \"drop\" = \"Tropfen\"; \"gram\" = \"Gramm\";");
+    const LocalizedStrings german(resources.path(), "de");
+    const std::vector<Value> words = {"capsule", "drop", "gram", "Hub"};
+    struct Row {
+        const char* key;
+        LocalizedStrings language;
+        std::vector<std::size_t> order;
+    };
+    const std::vector<Row> rows = {
+        {"typemeasure", {}, {0, 1, 2, 3}},
+        {"typemeasure", german, {2, 3, 0, 1}},
+        // The same words as a note are the household's own.
+        {"scriptnote", german, {0, 1, 2, 3}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.key);
+        EXPECT_EQ(sortedOrder(recordsWith(row.key, words), {{row.key}}, environmentFor("de_DE"), row.language),
+                  row.order);
     }
 }
 
