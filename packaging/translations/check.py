@@ -46,8 +46,8 @@ def edges(text):
 
 
 def doubts_about(key, value):
-    # A word or two may be the same in both languages.
-    if key == value and len(re.findall(r"[^\W\d_]{2,}", key)) > 3:
+    # A word may be the same in both languages, and a name in the code is.
+    if key == value and len(re.findall(r"(?<!\S)\W*[^\W\d_]{2,}\W*(?!\S)", key)) > 1:
         yield "still in English"
     if placeholders(key) != placeholders(value):
         yield "other placeholders"
@@ -58,8 +58,8 @@ def doubts_about(key, value):
         yield "a colon less or more"
     if before[3] != after[3]:
         yield "an ellipsis less or more"
-    if key.count("\r") != value.count("\r"):
-        yield "other line ends"
+    if re.findall(r"[\r\t]", key) != re.findall(r"[\r\t]", value):
+        yield "other line ends or tabs"
     if bool(mnemonic(key)) != bool(mnemonic(value)):
         yield "a mnemonic less or more"
     if key == REMINDER and not REMINDER_FORM.fullmatch(value):

@@ -95,6 +95,7 @@ class Translations(unittest.TestCase):
             ("a foreign argument", {"%@ of %ld": "%2$@ mal %1$ld"}, "other placeholders"),
             ("a blank at the end", {"All": "Alle "}, "other blanks around it"),
             ("a lost line end", {"two parts\r": "zwei Teile"}, "other blanks around it"),
+            ("a tab too much", {"by a name in two": "mit\tNamen"}, "other line ends or tabs"),
             ("a lost ellipsis", {"&Save…": "&Sichern"}, "an ellipsis less or more"),
             ("dots for an ellipsis", {"&Save…": "&Sichern..."}, "an ellipsis less or more"),
             ("a lost mnemonic", {"&Go": "Los"}, "a mnemonic less or more"),
@@ -106,6 +107,7 @@ class Translations(unittest.TestCase):
             ("a clash with the menu bar", {"&Go": "&Dorthin"}, "src/ui/forms/PageTab.ui: the mnemonic D twice"),
             ("words alike", {"days": "Tag"}, "shown alike: 'day' and 'days'"),
             ("English words", {"by a name in two": "by a name in two"}, "still in English"),
+            ("two of them", {"Adds it": "Adds it"}, "still in English"),
         ]
         for about, changes, words in rows:
             with self.subTest(about):
@@ -131,6 +133,27 @@ class Translations(unittest.TestCase):
         write(self.root, "table", '"a" = "b";\n"a" = "c";\n"d" = "\\U00e9\\n";\nrubbish\n')
         entries, problems = read_table(self.root / "table")
         self.assertEqual((entries, problems), ({"a": "c", "d": "é\n"}, ["twice: 'a'", "line 4 is no entry"]))
+
+    def test_what_the_program_would_read_otherwise_is_told(self):
+        good = {"a": "é", "b": "c"}
+        rows = [
+            ("with a mark in front", '\ufeff"a" = "é"; // f\r\n"b" = "c";', "utf-8", good, []),
+            ("in UTF-16", '"a" = "é"; /* f */ "b" = "c";', "utf-16", good, []),
+            ("in an older code", '"a" = "é";', "latin-1", {}, ["no text in UTF-8"]),
+            ("a wide blank before an entry", '"a" = "é";\n\u3000"b" = "c";', "utf-8", {"a": "é"},
+             ["line 2 is no entry"]),
+            ("a wide blank at the end", '"a" = "é";\n\u3000', "utf-8", {"a": "é"}, ["line 2 is no entry"]),
+            ("a small escape", '"a" = "\\u00e9";\n"b" = "c";', "utf-8", {"b": "c"}, ["line 1 has a wrong escape"]),
+            ("a short escape", '"b" = "c";\n"a" = "\\U00e";', "utf-8", {"b": "c"}, ["line 2 has a wrong escape"]),
+            ("half a character", '"a" = "\\Ud83d";', "utf-8", {}, ["line 1 has a wrong escape"]),
+            ("an octal escape", '"a" = "\\351";', "utf-8", {}, ["line 1 has a wrong escape"]),
+            ("a wrong key", '"\\q" = "a";', "utf-8", {}, ["line 1 has a wrong escape"]),
+            ("no end", '"a" = "é";\n/* "b" = "c";', "utf-8", {"a": "é"}, ["line 2 is no entry"]),
+        ]
+        for about, text, code, entries, problems in rows:
+            with self.subTest(about):
+                (self.root / "table").write_bytes(text.encode(code))
+                self.assertEqual(read_table(self.root / "table"), (entries, problems))
 
     def test_the_tool_tells_by_its_status(self):
         self.assertEqual(self.run_tool().returncode, 0)
