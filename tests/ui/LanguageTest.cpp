@@ -23,6 +23,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QToolButton>
 
 #include <algorithm>
 #include <memory>
@@ -73,6 +74,24 @@ int leftmostInk(QLineEdit& field) {
         }
     }
     return image.width();
+}
+
+/// Whether the ink of an arrow's middle line lies further right than that of its ends.
+bool pointsToTheRight(const QIcon& arrow) {
+    const QImage image = arrow.pixmap(48).toImage();
+    const auto meanOfInk = [&](int top, int bottom) {
+        double ink = 0;
+        double sum = 0;
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                ink += image.pixelColor(x, y).alphaF();
+                sum += x * image.pixelColor(x, y).alphaF();
+            }
+        }
+        return sum / ink;
+    };
+    const int middle = image.height() / 2;
+    return meanOfInk(middle - 2, middle + 2) > meanOfInk(0, image.height());
 }
 
 QString shownIn(const QTableView& table, const QString& heading) {
@@ -244,6 +263,20 @@ private Q_SLOTS:
         }
     }
 
+    void theArrowsOfTheCalendarPointOutwards() {
+        for (const auto& [language, isMirrored] : {std::pair("de", false), {"ar", true}}) {
+            const MadeLanguage made(language, "\"Previous month\" = \"x\";");
+            DayCalendar calendar;
+            calendar.show();
+            auto* previous = calendar.findChild<QToolButton*>(QStringLiteral("qt_calendar_prevmonth"));
+            auto* next = calendar.findChild<QToolButton*>(QStringLiteral("qt_calendar_nextmonth"));
+            QVERIFY(previous && next);
+            QCOMPARE(previous->x() > next->x(), isMirrored);
+            QCOMPARE(pointsToTheRight(previous->icon()), isMirrored);
+            QCOMPARE(pointsToTheRight(next->icon()), !isMirrored);
+        }
+    }
+
     void aLanguageReadFromTheRightMirrorsTheWindow() {
         const auto leftOf = [](QWidget& window, const char* one, const char* other) {
             const auto x = [&](const char* name) {
@@ -261,7 +294,13 @@ private Q_SLOTS:
             QVERIFY(leftOf(program->window(), "changeBtnTab1", "addBtnTab1"));
             // A number that begins with its period stays one, and no underline tears letters apart.
             const auto& table = *widgetNamed<QTableView>(program->window(), "tableViewTab1");
-            QCOMPARE(table.model()->index(0, 9).data().toString(), QStringLiteral("\u200E.80"));
+            const QModelIndex cost = table.model()->index(0, 9);
+            QCOMPARE(cost.data().toString(), QStringLiteral("\u200E.80"));
+            // The digits of a column line up; names stand where a line begins.
+            for (const QModelIndex& cell : {cost, table.model()->index(0, 0)}) {
+                const auto alignment = cell.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+                QVERIFY(QStyle::visualAlignment(Qt::RightToLeft, alignment).testFlag(Qt::AlignRight));
+            }
             QVERIFY(!program->window().style()->styleHint(QStyle::SH_UnderlineShortcut));
             // So does what is typed, beside what it is called.
             program->delegate().outlets.rxNumberTab1.setText("77");

@@ -46,7 +46,7 @@ QString cellText(const std::string& column, const Value& value, const Environmen
 }
 
 Qt::Alignment cellAlignment(const std::string& column) {
-    return (contains(numberColumns, column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+    return (contains(numberColumns, column) ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
 int usualCharacters(const std::string& column) {

@@ -12,7 +12,8 @@ namespace kpx {
 /// What a table shows for a value of the column: dates in short style, costs grouped with two decimals.
 QString cellText(const std::string& column, const Value& value, const Environment& environment);
 
-/// Numbers stand right, all else left.
+/// Numbers stand right, or their digits would not line up, in languages read from the right too; all else stands where
+/// a line begins.
 Qt::Alignment cellAlignment(const std::string& column);
 
 /// Room for the column's usual contents, in the width of an average character.

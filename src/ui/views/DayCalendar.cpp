@@ -12,12 +12,14 @@
 #include <QTextCharFormat>
 #include <QToolButton>
 
+#include <utility>
+
 namespace kpx {
 
 namespace {
 
 /// The arrow of a month's neighbour, turned from one that points down.
-QIcon arrow(const QColor& color, bool forward) {
+QIcon arrow(const QColor& color, bool toTheRight) {
     QIcon icon;
     for (const int scale : {1, 2, 3}) {
         QPixmap picture(16 * scale, 16 * scale);
@@ -25,7 +27,7 @@ QIcon arrow(const QColor& color, bool forward) {
         QPainter painter(&picture);
         painter.scale(scale, scale);
         painter.translate(8, 8);
-        painter.rotate(forward ? -90 : 90);
+        painter.rotate(toTheRight ? -90 : 90);
         drawChevron(painter, QRectF(-8, -8, 16, 16), color);
         painter.end();
         icon.addPixmap(picture);
@@ -174,9 +176,9 @@ void DayCalendar::takeColors() {
         typed.setColor(QPalette::HighlightedText, palette().color(QPalette::HighlightedText));
         year->setPalette(typed);
     }
-    for (const char* name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth"}) {
+    for (const auto& [name, forward] : {std::pair("qt_calendar_prevmonth", false), {"qt_calendar_nextmonth", true}}) {
         if (auto* button = findChild<QToolButton*>(QLatin1String(name))) {
-            button->setIcon(arrow(ink, button->objectName().endsWith(QStringLiteral("nextmonth"))));
+            button->setIcon(arrow(ink, forward != isRightToLeft()));
         }
     }
 }
