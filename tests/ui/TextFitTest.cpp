@@ -17,6 +17,8 @@
 #include <QLocale>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTableView>
 #include <QTest>
@@ -120,6 +122,42 @@ private Q_SLOTS:
         QApplication::setFont(large);
         lookAtAllIn(language);
         QApplication::setFont(m_usualFont);
+    }
+
+    /// In the smallest window, in text of ten points, which many desktops have.
+    void noTabScrollsSideways_data() {
+        QTest::addColumn<QString>("language");
+        for (const QString& folder : resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs)) {
+            const QString language = folder.section(QLatin1Char('.'), 0, 0);
+            if (language != madeUp) {
+                QTest::newRow(qPrintable(folder)) << language;
+            }
+        }
+    }
+    void noTabScrollsSideways() {
+        QFETCH(QString, language);
+        QFont common = m_usualFont;
+        common.setPointSizeF(10);
+        QApplication::setFont(common);
+        speak(language);
+        m_program = std::make_unique<Application>();
+        QVERIFY(startUp(*m_program));
+        MainWindow& window = m_program->window();
+        window.resize(window.minimumSize());
+        QStringList wide;
+        for (int tab = 0; tab < m_program->delegate().outlets.theTabView.numberOfTabs(); ++tab) {
+            m_program->delegate().outlets.theTabView.selectTab(tab);
+            QCoreApplication::processEvents();
+            QCoreApplication::processEvents();
+            for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
+                const int hidden = area->isVisible() ? area->horizontalScrollBar()->maximum() : 0;
+                if (hidden > 0) {
+                    wide.append(QStringLiteral("tab %1 by %2 px").arg(tab + 1).arg(hidden));
+                }
+            }
+        }
+        QApplication::setFont(m_usualFont);
+        QVERIFY2(wide.isEmpty(), qPrintable(wide.join(QStringLiteral(", "))));
     }
 
 private:
