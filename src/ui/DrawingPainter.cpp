@@ -136,6 +136,9 @@ DrawingPainter::DrawingPainter(double height, Inks inks, Typeface typeface)
 
 void DrawingPainter::paint(QPainter& painter, const std::vector<DrawingOperation>& operations) {
     m_fontInUse = nullptr;
+    // Each text as it is written, whatever the window: an address in an Arabic report keeps its number in front.
+    const Qt::LayoutDirection before = painter.layoutDirection();
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     for (const DrawingOperation& operation : operations) {
         if (const auto* text = std::get_if<DrawText>(&operation)) {
             paintText(painter, *text);
@@ -143,6 +146,7 @@ void DrawingPainter::paint(QPainter& painter, const std::vector<DrawingOperation
             paintLine(painter, *line);
         }
     }
+    painter.setLayoutDirection(before);
 }
 
 QString DrawingPainter::oneLine(const DrawText& text) {

@@ -10,6 +10,8 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QHashSeed>
+#include <QImage>
+#include <QPainter>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -44,6 +46,20 @@ bool holds(const FoundPage& page, const QString& word, double left, double basel
         return found.text == word && std::abs(found.left - left) < tolerance &&
                std::abs(page.height - (found.top + ascent(size)) - baseline) < tolerance;
     });
+}
+
+TEST(DrawingPainter, ATextKeepsItsOwnDirectionInAWindowReadFromTheRight) {
+    const auto drawn = [](const std::string& text, Qt::LayoutDirection window) {
+        QImage image(1200, 200, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setLayoutDirection(window);
+        DrawingPainter(20).paint(painter, {DrawText{text, "LucidaGrande", 8, false, 2, 10}});
+        EXPECT_EQ(painter.layoutDirection(), window);
+        return image;
+    };
+    EXPECT_EQ(drawn("7 Elm Avenue", Qt::RightToLeft), drawn("7 Elm Avenue", Qt::LeftToRight));
+    EXPECT_NE(drawn("7 Elm Avenue", Qt::RightToLeft), drawn("Elm Avenue 7", Qt::RightToLeft));
 }
 
 TEST(ReportPdf, EveryTextStandsWhereTheLayoutPutIt) {

@@ -10,6 +10,7 @@
 #include "ui/views/DayCalendar.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -18,8 +19,10 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOption>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
@@ -92,6 +95,43 @@ bool pointsToTheRight(const QIcon& arrow) {
     };
     const int middle = image.height() / 2;
     return meanOfInk(middle - 2, middle + 2) > meanOfInk(0, image.height());
+}
+
+constexpr QSize cellSize(150, 24);
+
+QImage blankCell() {
+    QImage image(cellSize, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+template <class Option>
+Option optionFor(Qt::LayoutDirection direction) {
+    Option option;
+    option.rect = QRect(QPoint(), cellSize);
+    option.direction = direction;
+    option.state = QStyle::State_Enabled | QStyle::State_Active;
+    option.palette = QGuiApplication::palette();
+    option.fontMetrics = QFontMetrics(QGuiApplication::font());
+    return option;
+}
+
+QImage drawnControl(QStyle::ControlElement element, const QStyleOption& option) {
+    QImage image = blankCell();
+    QPainter painter(&image);
+    painter.setLayoutDirection(option.direction);
+    QApplication::style()->drawControl(element, &option, &painter);
+    return image;
+}
+
+/// An item of a list or a table, at the right of its cell.
+QImage drawnItem(const QString& text, Qt::LayoutDirection direction) {
+    auto item = optionFor<QStyleOptionViewItem>(direction);
+    item.text = text;
+    item.features = QStyleOptionViewItem::HasDisplay;
+    item.textElideMode = Qt::ElideRight;
+    item.displayAlignment = (direction == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
+    return drawnControl(QStyle::CE_ItemViewItem, item);
 }
 
 QString shownIn(const QTableView& table, const QString& heading) {
@@ -275,6 +315,35 @@ private Q_SLOTS:
             QCOMPARE(pointsToTheRight(previous->icon()), isMirrored);
             QCOMPARE(pointsToTheRight(next->icon()), !isMirrored);
         }
+    }
+
+    void whatIsWrittenFromTheLeftStaysSoInAWindowReadFromTheRight() {
+        const Application program;  // brings the style
+        for (const char* text : {"7 Elm Avenue", "Amoxicillin/Clavulanic acid oral suspension", ".80", "صرف أول"}) {
+            const QString shown = QString::fromUtf8(text);
+            QVERIFY(drawnItem(shown, Qt::RightToLeft) != blankCell());
+            QVERIFY2(drawnItem(shown, Qt::RightToLeft) == drawnItem(shown, Qt::LeftToRight), text);
+        }
+        // The text of a pop-up button and the keys in a menu stand on other sides than in a window read from the left.
+        auto popUp = optionFor<QStyleOptionComboBox>(Qt::RightToLeft);
+        popUp.currentText = QStringLiteral("7 Elm Avenue");
+        QImage expected = blankCell();
+        QPainter painter(&expected);
+        painter.setPen(popUp.palette.color(QPalette::Text));
+        painter.drawText(
+            QApplication::style()->subControlRect(QStyle::CC_ComboBox, &popUp, QStyle::SC_ComboBoxEditField),
+            Qt::AlignRight | Qt::AlignVCenter, popUp.currentText);
+        painter.end();
+        QVERIFY(drawnControl(QStyle::CE_ComboBoxLabel, popUp) == expected);
+        auto item = optionFor<QStyleOptionMenuItem>(Qt::RightToLeft);
+        item.menuItemType = QStyleOptionMenuItem::Normal;
+        item.reservedShortcutWidth = 60;
+        item.text = QStringLiteral("\tCtrl+?");
+        const QImage keys = drawnControl(QStyle::CE_MenuItem, item);
+        item.text = QStringLiteral("\t\u202ACtrl+?");
+        QVERIFY(keys == drawnControl(QStyle::CE_MenuItem, item));
+        item.text = QStringLiteral("\t?+Ctrl");
+        QVERIFY(keys != drawnControl(QStyle::CE_MenuItem, item));
     }
 
     void aLanguageReadFromTheRightMirrorsTheWindow() {

@@ -156,10 +156,30 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
         case CE_ComboBoxLabel:
             if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option); combo && !combo->editable) {
                 const QRect field = subControlRect(CC_ComboBox, combo, SC_ComboBoxEditField, widget);
-                const QString text = combo->fontMetrics.elidedText(combo->currentText, Qt::ElideRight, field.width());
+                const QString text = combo->fontMetrics.elidedText(
+                    inItsOwnDirection(combo->currentText, combo->direction), Qt::ElideRight, field.width());
                 painter->setPen(combo->palette.color(isOn(combo, State_Enabled) ? QPalette::Active : QPalette::Disabled,
                                                      QPalette::Text));
                 painter->drawText(field, Qt::AlignLeft | Qt::AlignVCenter, text);
+                return;
+            }
+            break;
+        case CE_ItemViewItem:
+            if (const auto* shown = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+                QStyleOptionViewItem item(*shown);
+                item.text = inItsOwnDirection(item.text, item.direction);
+                QProxyStyle::drawControl(element, &item, painter, widget);
+                return;
+            }
+            break;
+        case CE_MenuItem:
+            // "Ctrl+?" behind its tab.
+            if (const auto* shown = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+                shown && shown->text.contains(QLatin1Char('\t'))) {
+                QStyleOptionMenuItem item(*shown);
+                const auto keys = item.text.indexOf(QLatin1Char('\t')) + 1;
+                item.text.replace(keys, item.text.size(), inItsOwnDirection(item.text.mid(keys), item.direction));
+                QProxyStyle::drawControl(element, &item, painter, widget);
                 return;
             }
             break;

@@ -15,6 +15,12 @@ constexpr int tabInset = 12;
 
 }  // namespace
 
+QString inItsOwnDirection(const QString& text, Qt::LayoutDirection ofWindow) {
+    // Not closed again, so that an ellipsis in place of its end is taken in as well.
+    constexpr QChar firstStrongIsolate(0x2068);
+    return ofWindow == Qt::RightToLeft ? firstStrongIsolate + text : text;
+}
+
 bool isMainButton(const QWidget* widget, const QStyleOption* option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     return (widget && widget->property("accent").toBool()) ||

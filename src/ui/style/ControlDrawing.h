@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QString>
 #include <QStyleOption>
 #include <QWidget>
 
@@ -11,6 +12,10 @@ namespace kpx {
 // What the parts of controls look like.
 
 inline bool isOn(const QStyleOption* option, QStyle::StateFlag flag) { return option->state & flag; }
+
+/// The text, not turned by the direction of the window around it: between Arabic words an address keeps its number in
+/// front, and what is cut off has its ellipsis where it ends.
+QString inItsOwnDirection(const QString& text, Qt::LayoutDirection ofWindow);
 
 /// The main one of its group, or the one that Return presses.
 bool isMainButton(const QWidget* widget, const QStyleOption* option);
