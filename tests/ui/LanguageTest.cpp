@@ -6,6 +6,7 @@
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DayCalendar.h"
 
@@ -26,6 +27,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
 
 #include <algorithm>
@@ -266,6 +268,16 @@ private Q_SLOTS:
                 QVERIFY2(isStoredWord(key, inFile), inFile.c_str());
             }
         }
+    }
+
+    void aToolBarShowsNoLettersInBrackets() {
+        const MadeLanguage language("ja", "\"&Print…\" = \"印刷(&P)…\";");
+        const PreviewWindow window({}, QStringLiteral("ja"));
+        auto* print = window.findChild<QAction*>(QStringLiteral("printCommand"));
+        const auto* button =
+            qobject_cast<QToolButton*>(window.findChild<QToolBar*>(QStringLiteral("tools"))->widgetForAction(print));
+        QCOMPARE(print->text(), QStringLiteral("印刷(&P)…"));
+        QCOMPARE(button->text(), QStringLiteral("印刷…"));
     }
 
     void theToolkitsOwnTextsAreTheToolkits() {

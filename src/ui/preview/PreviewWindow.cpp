@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -112,6 +113,8 @@ QAction* PreviewWindow::addCommand(const char* objectName, const char* iconName,
     auto* command = new QAction(QIcon::fromTheme(QLatin1String(iconName)), title, this);
     command->setObjectName(QLatin1String(objectName));
     command->setToolTip(toolTip);
+    // The tool bar underlines no letters. Those that stand in brackets behind Japanese or Chinese words are left out.
+    command->setIconText(command->iconText().remove(QRegularExpression(QStringLiteral("\\([A-Z]\\)"))));
     command->setShortcuts(keys);
     connect(command, &QAction::triggered, this, act);
     return command;
