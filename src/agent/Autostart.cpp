@@ -14,27 +14,35 @@ namespace kpx {
 
 namespace {
 
+/// As a string of a desktop entry.
+std::string asString(std::string_view value) {
+    std::string text;
+    for (const char character : value) {
+        text.append(character == '\\' ? 2 : 1, character);
+    }
+    return text;
+}
+
+/// What such a string says.
+std::string meantBy(std::string_view text) {
+    std::string value;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        place += text.substr(place, 2) == "\\\\" ? 1 : 0;
+        value += text[place];
+    }
+    return value;
+}
+
 /// As a desktop entry's Exec key wants it: in double quotes, with a backslash before the four characters that
-/// mean something there, and every backslash doubled once more because the value is a string.
-std::string quoted(const std::string& program) {
-    std::string text = "\"";
+/// mean something there. Desktops look for the program before they read a doubled percent sign as one, but leave an
+/// argument alone.
+std::string inExec(std::string_view program) {
+    std::string text = program.find('%') == std::string_view::npos ? "\"" : "/usr/bin/env \"";
     for (const char character : program) {
-        switch (character) {
-            case '"':
-            case '`':
-            case '$':
-                text += "\\\\";
-                break;
-            case '\\':
-                text += "\\\\\\";
-                break;
-            case '%':
-                text += '%';
-                break;
-            default:
-                break;
+        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
+            text += '\\';
         }
-        text += character;
+        text.append(character == '%' ? 2 : 1, character);
     }
     return text + '"';
 }
@@ -42,7 +50,8 @@ std::string quoted(const std::string& program) {
 constexpr std::string_view ifThere = "\nTryExec=";
 
 std::string linesOf(const std::filesystem::path& program) {
-    return std::string(ifThere) + program.string() + "\nExec=" + quoted(program.string()) + " --if-any\n";
+    return std::string(ifThere) + asString(program.string()) + "\nExec=" + asString(inExec(program.string())) +
+           " --if-any\n";
 }
 
 bool isGone(const std::filesystem::path& program) {
@@ -60,7 +69,7 @@ void renew(const std::filesystem::path& own, const std::filesystem::path& progra
         return;
     }
     const std::size_t start = place + ifThere.size();
-    const std::filesystem::path former = entry.substr(start, entry.find('\n', start) - start);
+    const std::filesystem::path former = meantBy(entry.substr(start, entry.find('\n', start) - start));
     const std::string lines = linesOf(former);
     if (entry.compare(place, lines.size(), lines) == 0 && former.filename() == program.filename() && isGone(former)) {
         static_cast<void>(replaceFile(own, entry.replace(place, lines.size(), linesOf(program))));

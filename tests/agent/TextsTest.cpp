@@ -38,14 +38,15 @@ TEST(NotificationBody, IsShownPlainly) {
 
 TEST(AutostartEntry, StartsTheProgramWhateverItsFolderIsCalled) {
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {"/usr/bin/velmora-reminders", "Exec=\"/usr/bin/velmora-reminders\" --if-any\n"},
-        {"/home/an na/b/velmora-reminders", "Exec=\"/home/an na/b/velmora-reminders\" --if-any\n"},
-        {"/opt/100%/v", "Exec=\"/opt/100%%/v\" --if-any\n"},
-        {"/opt/$a/v", "Exec=\"/opt/\\\\$a/v\" --if-any\n"},
+        {"/usr/bin/v", "\nTryExec=/usr/bin/v\nExec=\"/usr/bin/v\" --if-any\n"},
+        {"/home/an na/b/v", "\nTryExec=/home/an na/b/v\nExec=\"/home/an na/b/v\" --if-any\n"},
+        {"/opt/100%/v", "\nTryExec=/opt/100%/v\nExec=/usr/bin/env \"/opt/100%%/v\" --if-any\n"},
+        {"/opt/$a`'/v", "\nTryExec=/opt/$a`'/v\nExec=\"/opt/\\\\$a\\\\`'/v\" --if-any\n"},
+        {"/opt/a\\\"/v", "\nTryExec=/opt/a\\\\\"/v\nExec=\"/opt/a\\\\\\\\\\\\\"/v\" --if-any\n"},
     };
-    for (const auto& [program, line] : rows) {
+    for (const auto& [program, lines] : rows) {
         SCOPED_TRACE(program);
-        EXPECT_NE(autostartEntry(program, "").find(line), std::string::npos) << autostartEntry(program, "");
+        EXPECT_NE(autostartEntry(program, "").find(lines), std::string::npos) << autostartEntry(program, "");
     }
 }
 

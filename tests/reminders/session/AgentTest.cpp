@@ -420,16 +420,18 @@ TEST_F(Agent, AnAutostartEntryNamesAnAgentThatIsThere) {
     m_session.schedule("text", past);
     ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(m_session.scheduleFolder() / "autostart"); }));
     const std::string entry = wholeText(m_session.autostartFile());
-    const auto naming = [&](const std::string& program) {
-        const std::string tried = std::regex_replace(entry, std::regex("TryExec=.*"), "TryExec=" + program);
-        return std::regex_replace(tried, std::regex("\nExec=\"[^\"]*\""), "\nExec=\"" + program + "\"") +
+    const auto calling = [&](const std::string& asString, const std::string& inQuotes) {
+        const std::string tried = std::regex_replace(entry, std::regex("TryExec=.*"), "TryExec=" + asString);
+        return std::regex_replace(tried, std::regex("\nExec=\"[^\"]*\""), "\nExec=\"" + inQuotes + "\"") +
                "Hidden=true\n";
     };
+    const auto naming = [&](const std::string& program) { return calling(program, program); };
     const std::string other = (m_session.folder() / "velmora-reminders").string();
     std::ofstream(other) << "of another version";
     const std::string ofTheUsersOwn = "[Desktop Entry]\nTryExec=/gone/velmora-reminders\nExec=mine\n";
     const std::vector<std::pair<std::string, std::string>> rows = {
         {naming("/gone with its checkout/velmora-reminders"), entry + "Hidden=true\n"},
+        {calling(R"(/gone\\/velmora-reminders)", R"(/gone\\\\/velmora-reminders)"), entry + "Hidden=true\n"},
         {naming(other), naming(other)},
         {naming("/gone/of-the-users-own"), naming("/gone/of-the-users-own")},
         {ofTheUsersOwn, ofTheUsersOwn},
