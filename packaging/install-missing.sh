@@ -22,17 +22,39 @@ if ! command -v dpkg-query >/dev/null; then
 fi
 
 # dpkg-query fails when it does not know one of the packages; what it does know is printed all the same.
-installed=" $(dpkg-query -W -f='${db:Status-Status} ${Package} ' "${wanted[@]}" 2>/dev/null || true)"
+mapfile -t names < <(printf '%s\n' "${wanted[@]}" | tr '|' '\n' | sed 's/(.*//')
+declare -A installed=()
+while read -r status name version; do
+    [[ $status != installed ]] || installed[$name]="$version"
+done < <(dpkg-query -W -f='${db:Status-Status} ${Package} ${Version}\n' "${names[@]}" 2>/dev/null || true)
+
+# is_there PACKAGE   or one of its alternatives, older than its limit where it has one
+is_there() {
+    local alternatives alternative name limit
+    IFS='|' read -ra alternatives <<<"$1"
+    for alternative in "${alternatives[@]}"; do
+        name="${alternative%%(*}"
+        limit="${alternative#"$name"}"
+        limit="${limit//[(<)]/}"
+        [[ -n ${installed[$name]:-} ]] || continue
+        [[ -z $limit ]] || dpkg --compare-versions "${installed[$name]}" lt "$limit" || continue
+        return 0
+    done
+    return 1
+}
+
 missing=()
 for package in "${wanted[@]}"; do
-    [[ $installed == *" installed $package "* ]] || missing+=("$package")
+    is_there "$package" || missing+=("$package")
 done
 [[ ${#missing[@]} -gt 0 ]] || exit 0
+dependencies="$(printf ', %s' "${missing[@]}")"
+dependencies="${dependencies#, }"
 
 as_root=()
 if [[ $EUID -ne 0 ]]; then
     if ! command -v sudo >/dev/null; then
-        echo "Please have these packages installed, then start again: apt-get install ${missing[*]}" >&2
+        echo "Please have these packages installed, then start again: apt-get satisfy '$dependencies'" >&2
         exit 1
     fi
     as_root=(sudo)
@@ -41,4 +63,4 @@ fi
 echo "Installing ${missing[*]}"
 apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Acquire::Retries=3)
 "${apt[@]}" update </dev/null
-"${apt[@]}" install --yes --no-install-recommends "${missing[@]}" </dev/null
+"${apt[@]}" satisfy --yes --no-install-recommends "$dependencies" </dev/null
