@@ -3,6 +3,7 @@
 #include "core/StoredWords.h"
 #include "schedule/Reminder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/ui/Dragging.h"
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
@@ -356,6 +357,27 @@ private Q_SLOTS:
         QVERIFY(keys == drawnControl(QStyle::CE_MenuItem, item));
         item.text = QStringLiteral("\t?+Ctrl");
         QVERIFY(keys != drawnControl(QStyle::CE_MenuItem, item));
+    }
+
+    void theCalendarOpensWhereReadingGoesOn() {
+        const MadeLanguage language("ar", "\"&Add\" = \"إضافة\";");
+        const auto program = startWithoutSplash();
+        QVERIFY(program);
+        DateField& day = program->delegate().outlets.dispenseDateTab1;
+        const Date before = day.date();
+        const auto* trigger = widgetNamed<QWidget>(program->window(), "popOverTriggerTab1DispenseDate");
+        QVERIFY(waitUntilActive(&program->window()));
+        QVERIFY(clickMouse(*trigger));
+        const auto* popover = widgetNamed<QWidget>(program->window(), "thePopOver");
+        QTRY_VERIFY(popover->isVisible());
+        const int gap = trigger->mapToGlobal(QPoint()).x() - popover->frameGeometry().right();
+        QVERIFY2(gap > 0 && gap < 12, qPrintable(QString::number(gap)));
+        // The day to the right is the one before.
+        QVERIFY(pressKeys(QStringLiteral("Right")));
+        constexpr double secondsPerDay = 86400;
+        QTRY_COMPARE(qRound(before.secondsSince(day.date()) / secondsPerDay), 1);
+        QVERIFY(pressKeys(QStringLiteral("Escape")));
+        QTRY_VERIFY(!popover->isVisible());
     }
 
     void aLanguageReadFromTheRightMirrorsTheWindow() {

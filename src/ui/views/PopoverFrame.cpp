@@ -50,10 +50,11 @@ void PopoverFrame::showBeside(QWidget* anchor) {
     constexpr int gap = 4;
     const QPoint anchorTopLeft = anchor->mapToGlobal(QPoint(0, 0));
     const QRect screen = anchor->screen()->availableGeometry();
-    QPoint position(anchorTopLeft.x() + anchor->width() + gap, anchorTopLeft.y() + (anchor->height() - height()) / 2);
-    if (position.x() + width() > screen.right()) {
-        position.setX(anchorTopLeft.x() - width() - gap);
-    }
+    const int right = anchorTopLeft.x() + anchor->width() + gap;
+    const int left = anchorTopLeft.x() - width() - gap;
+    // Where reading goes on, and on the other side only where there is no room.
+    const bool isOnTheLeft = isRightToLeft() ? left >= screen.left() : right + width() > screen.right();
+    QPoint position(isOnTheLeft ? left : right, anchorTopLeft.y() + (anchor->height() - height()) / 2);
     position.setX(qBound(screen.left(), position.x(), qMax(screen.left(), screen.right() - width())));
     position.setY(qBound(screen.top(), position.y(), qMax(screen.top(), screen.bottom() - height())));
     move(position);
