@@ -161,7 +161,9 @@ void Agent::post(Position position, const ReminderContent& content) {
     const Reminder after = withoutNotification(posting);
     const std::string language = languageOfTexts(m_sources.resources, m_region().languageCodes());
     const LocalizedStrings localized(m_sources.resources, language);
-    const bool isRightToLeft = QLocale(QString::fromStdString(language)).textDirection() == Qt::RightToLeft;
+    // Where there is no table the texts are English.
+    const bool isRightToLeft =
+        !localized.isEmpty() && QLocale(QString::fromStdString(language)).textDirection() == Qt::RightToLeft;
     m_server.post(after, content, {QString::fromStdString(localized("Show")), isRightToLeft},
                   [=, this](const Posted& answer) { posted(before, after, answer); });
 }

@@ -120,6 +120,23 @@ TEST_F(Retry, TheButtonSpeaksTheUsersLanguage) {
     EXPECT_EQ(m_daemon.shown.front().actions.at(1), QStringLiteral("Zeigen"));
 }
 
+TEST_F(Retry, TextsAreReadFromTheRightWhereTheLanguageHasSome) {
+    const std::filesystem::path table = m_session.folder() / "resources/he.lproj/Localizable.strings";
+    m_daemon.appear();
+    m_agent = std::make_unique<Agent>(m_session.connect(), m_folder, m_clock,
+                                      RefillSources{.dataFolder = {}, .resources = m_session.folder() / "resources"},
+                                      [] { return Region("he_IL", "UTC"); });
+    settle();
+    pass(1s);
+    ASSERT_EQ(m_daemon.shown.size(), 1U);
+    EXPECT_EQ(m_daemon.shown.back().body, QStringLiteral("text")) << "it is English";
+    std::filesystem::create_directories(table.parent_path());
+    std::ofstream(table) << "\"Show\" = \"הצג\";";
+    pass(24h);
+    ASSERT_EQ(m_daemon.shown.size(), 2U);
+    EXPECT_EQ(m_daemon.shown.back().body, QStringLiteral("\u200Ftext"));
+}
+
 TEST_F(Retry, AServerThatComesGetsItAtOnce) {
     startAgent();
     pass(1s + 30min);
