@@ -2,6 +2,7 @@
 #include "ui/Application.h"
 #include "ui/style/Appearance.h"
 #include "ui/views/AlertBox.h"
+#include "ui/views/LongNames.h"
 #include "ui/views/SheetDialog.h"
 
 #include <QLabel>
@@ -28,6 +29,18 @@ private Q_SLOTS:
         QVERIFY(m_program);
     }
     void cleanup() { m_program.reset(); }
+
+    void aLineEndsWhereItsLanguageLetsIt() {
+        const QString zeroWidth(QChar(0x200B));
+        // In Japanese it may do so nearly anywhere, but not before a full stop or a long vowel.
+        const QString japanese =
+            QStringLiteral("錠剤カプセル").repeated(6) + QStringLiteral("フォルダー。").repeated(6);
+        QCOMPARE(withBreaks(japanese), japanese);
+        const QString name(95, QLatin1Char('x'));
+        QCOMPARE(withBreaks(QStringLiteral("a ") + name + QStringLiteral(" b")),
+                 QStringLiteral("a ") + name.left(40) + zeroWidth + name.left(40) + zeroWidth + name.left(15) +
+                     QStringLiteral(" b"));
+    }
 
     void twoInARowShowOneAfterTheOther() {
         begin("First");
