@@ -23,7 +23,7 @@ Application::Application()
     : m_language(languageOfTexts(m_ports.bundle.resources(), m_ports.system.region().languageCodes())),
       m_translations(LocalizedStrings(m_ports.bundle.resources(), m_language), m_language),
       m_delegate(m_ports.ports(), m_translations.texts()) {
-    installStyle(*qApp);
+    installStyle(*qApp, m_language);
     showAppearance(*qApp, m_ports.system.scheme());
     QObject::connect(&m_ports.system, &QtSystemInformation::schemeChanged, qApp,
                      [](const Scheme& scheme) { showAppearance(*qApp, scheme); });

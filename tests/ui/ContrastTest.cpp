@@ -81,6 +81,8 @@ private:
         std::vector<Pair> all = {
             {"a label", of(P::WindowText), of(P::Window)},
             {"a label on a card", of(P::WindowText), of(P::Base)},
+            {"a coloured heading", of(P::Highlight), of(P::Window)},
+            {"a coloured heading on a card", of(P::Highlight), of(P::Base)},
             {"a text that is typed or shown", of(P::Text), of(P::Base)},
             {"a text that is only shown", of(P::Text), of(P::Window)},
             {"a striped row", of(P::Text), of(P::AlternateBase)},

@@ -271,6 +271,29 @@ private Q_SLOTS:
         }
     }
 
+    /// Small characters of many strokes fill up in bold.
+    void headingsAreBoldOrHaveAColor_data() {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<bool>("bold");
+        QTest::newRow("en") << QByteArray("en_US.UTF-8") << true;
+        QTest::newRow("ar") << QByteArray("ar_EG.UTF-8") << true;
+        QTest::newRow("ja") << QByteArray("ja_JP.UTF-8") << false;
+        QTest::newRow("zh") << QByteArray("zh_CN.UTF-8") << false;
+    }
+    void headingsAreBoldOrHaveAColor() {
+        QFETCH(QByteArray, locale);
+        QFETCH(bool, bold);
+        speak(QTest::currentDataTag(), locale.constData());
+        Application program;
+        speak("en", "en_US.UTF-8");
+        for (const char* name : {"labelSection1", "labelSection24", "labelSection38"}) {
+            const auto* heading = widgetNamed<QLabel>(program.window(), name);
+            QCOMPARE(heading->font().bold(), bold);
+            QCOMPARE(heading->foregroundRole(), bold ? QPalette::WindowText : QPalette::Highlight);
+        }
+        QVERIFY(!widgetNamed<QLabel>(program.window(), "labelPatientPopTab1")->font().bold());
+    }
+
     void aToolBarShowsNoLettersInBrackets() {
         const MadeLanguage language("ja", "\"&Print…\" = \"印刷(&P)…\";");
         const PreviewWindow window({}, QStringLiteral("ja"));

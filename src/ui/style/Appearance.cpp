@@ -23,12 +23,16 @@ void callFontByItsName() {
     }
 }
 
+bool isWrittenInIdeographs(std::string_view languageCode) {
+    return languageCode.starts_with("ja") || languageCode.starts_with("zh");
+}
+
 }  // namespace
 
-void installStyle(QApplication& application) {
+void installStyle(QApplication& application, std::string_view languageCode) {
     registerPictures();
     callFontByItsName();
-    application.setStyle(new CalmStyle);
+    application.setStyle(new CalmStyle(!isWrittenInIdeographs(languageCode)));
 }
 
 void showAppearance(QApplication& application, const Scheme& scheme) {

@@ -2,12 +2,14 @@
 
 #include "ui/style/Colors.h"
 
+#include <string_view>
+
 class QApplication;
 
 namespace kpx {
 
-/// Gives the application its style; once, before the first window.
-void installStyle(QApplication& application);
+/// Gives the application its style; once, before the first window, which will speak that language.
+void installStyle(QApplication& application, std::string_view languageCode);
 
 /// At once and in every window.
 void showAppearance(QApplication& application, const Scheme& scheme);

@@ -30,7 +30,8 @@ int heightOfField(const QStyleOption* option) { return qMax(option->fontMetrics.
 
 }  // namespace
 
-CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+CalmStyle::CalmStyle(bool headingsAreBold)
+    : QProxyStyle(QStringLiteral("Fusion")), m_headingsAreBold(headingsAreBold) {}
 
 void CalmStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);

@@ -10,7 +10,9 @@ class CalmStyle : public QProxyStyle {
     Q_OBJECT
 
 public:
-    CalmStyle();
+    explicit CalmStyle(bool headingsAreBold);
+
+    bool headingsAreBold() const { return m_headingsAreBold; }
 
     /// How long the mouse rests before a tool tip appears.
     void setToolTipDelay(int milliseconds) { m_toolTipDelay = milliseconds; }
@@ -35,6 +37,7 @@ public:
     QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override;
 
 private:
+    bool m_headingsAreBold;
     int m_toolTipDelay = 700;
 };
 

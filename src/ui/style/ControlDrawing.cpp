@@ -1,6 +1,7 @@
 #include "ui/style/ControlDrawing.h"
 
 #include "ui/style/Colors.h"
+#include "ui/style/Headings.h"
 #include "ui/style/Strokes.h"
 
 #include <QAbstractScrollArea>
@@ -16,9 +17,14 @@ constexpr int tabInset = 12;
 }  // namespace
 
 QString inItsOwnDirection(const QString& text, Qt::LayoutDirection ofWindow) {
-    // Not closed again, so that an ellipsis in place of its end is taken in as well.
-    constexpr QChar firstStrongIsolate(0x2068);
-    return ofWindow == Qt::RightToLeft ? firstStrongIsolate + text : text;
+    if (ofWindow != Qt::RightToLeft) {
+        return text;
+    }
+    // Not closed again, so that an ellipsis in place of its end is taken in as well. The newer isolates would do the
+    // same, but few typefaces have them, and all others would be searched for one.
+    constexpr QChar leftToRightEmbedding(0x202A);
+    constexpr QChar rightToLeftEmbedding(0x202B);
+    return (text.isRightToLeft() ? rightToLeftEmbedding : leftToRightEmbedding) + text;
 }
 
 bool isMainButton(const QWidget* widget, const QStyleOption* option) {
@@ -130,10 +136,10 @@ void drawTab(const QStyleOption* option, QPainter* painter) {
 void drawTabLabel(const QStyle* style, const QStyleOptionTab* tab, QPainter* painter) {
     const bool selected = isOn(tab, QStyle::State_Selected);
     painter->save();
-    QFont font = painter->font();
-    font.setBold(selected);
-    painter->setFont(font);
-    const QPalette::ColorRole role = selected ? QPalette::WindowText : QPalette::PlaceholderText;
+    if (selected) {
+        painter->setFont(headingFont(painter->font()));
+    }
+    const QPalette::ColorRole role = selected ? headingColor() : QPalette::PlaceholderText;
     const bool focus = isOn(tab, QStyle::State_HasFocus) && isOn(tab, QStyle::State_KeyboardFocusChange);
     if (focus) {
         painter->setRenderHint(QPainter::Antialiasing);

@@ -1,5 +1,7 @@
 #include "ui/views/EmptyState.h"
 
+#include "ui/style/Headings.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -9,9 +11,8 @@ void drawEmptyState(QPainter& painter, const QRect& area, const QPalette& palett
                     const QString& title, const QString& text) {
     constexpr int widest = 460;
     constexpr int gap = 8;
-    QFont titleFont = font;
+    QFont titleFont = headingFont(font);
     titleFont.setPointSizeF(font.pointSizeF() * 1.25);
-    titleFont.setBold(true);
     const int width = qMin(widest, area.width() - 32);
     const QRect unbounded(0, 0, width, 1000);
     const int titleHeight = QFontMetrics(titleFont).boundingRect(unbounded, Qt::TextWordWrap, title).height();

@@ -1,5 +1,6 @@
 #include "ui/views/MainWindow.h"
 
+#include "ui/style/Headings.h"
 #include "ui/views/AccessibleWindow.h"
 #include "ui/views/DayCalendar.h"
 #include "ui/views/FoldingForm.h"
@@ -82,6 +83,7 @@ template <class Form>
 void addTab(QTabWidget& tabs) {
     auto* page = new QWidget;
     Form().setupUi(page);
+    showHeadings(*page);
     makeRoomForDigits(*page);
     tabs.addTab(new ScrolledPage(page), page->windowTitle());
 }
@@ -90,6 +92,7 @@ template <class Form>
 void addSheet(QWidget& window) {
     auto* sheet = new SheetDialog(&window);
     Form().setupUi(sheet);
+    showHeadings(*sheet);
     sheet->setMinimumSize(sheet->minimumSize().boundedTo(roomOnScreen(*sheet)));
 }
 

@@ -1,5 +1,6 @@
 #include "ui/views/ReminderWindow.h"
 
+#include "ui/style/Headings.h"
 #include "ui/views/LongNames.h"
 
 #include <QDialogButtonBox>
@@ -57,9 +58,8 @@ ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nul
     setAccessibleName(title);
     setAccessibleDescription(text);
     QLabel* heading = plainLabel(title, QStringLiteral("reminderTitle"));
-    QFont bold = heading->font();
-    bold.setBold(true);
-    heading->setFont(bold);
+    heading->setFont(headingFont(heading->font()));
+    heading->setForegroundRole(headingColor());
     auto* buttons = new QDialogButtonBox;
     auto* show = buttons->addButton(tr("&Show"), QDialogButtonBox::AcceptRole);
     auto* later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);

@@ -1,5 +1,6 @@
 #include "ui/views/SplashWindow.h"
 
+#include "ui/style/Headings.h"
 #include "ui_SplashWindow.h"
 
 #include <QIcon>
@@ -10,6 +11,7 @@ namespace kpx {
 SplashWindow::SplashWindow(const QStringList& fields, QWidget& window) : QWidget(&window) {
     Ui::SplashWindow form;
     form.setupUi(this);
+    showHeadings(*this);
     form.labelIcon->setPixmap(QIcon(QStringLiteral(":/images/velmora.svg")).pixmap(QSize(72, 72), devicePixelRatioF()));
     form.labelFields->setText(fields.join(QLatin1Char('\n')));
     adjustSize();

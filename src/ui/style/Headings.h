@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QFont>
+#include <QPalette>
+
+class QWidget;
+
+namespace kpx {
+
+// Headings are bold. In Chinese and Japanese they have the colour of what is chosen instead: small characters of many
+// strokes fill up in bold, and the typeface that only a few headings need takes a twentieth of the window's start.
+
+QFont headingFont(QFont font);
+QPalette::ColorRole headingColor();
+
+/// Makes headings of those labels in the form that have the property "heading". Before the form is laid out.
+void showHeadings(const QWidget& form);
+
+}  // namespace kpx
