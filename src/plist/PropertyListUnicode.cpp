@@ -48,14 +48,12 @@ bool isAscii(std::string_view text) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const Character character = firstCharacter(text);
-        if (!character.valid || U16_IS_SURROGATE(character.code)) {
-            return false;
-        }
-        text.remove_prefix(character.length);
+    std::size_t index = 0;
+    UChar32 code = 0;
+    while (index < text.size() && code >= 0) {
+        U8_NEXT(text.data(), index, text.size(), code);
     }
-    return true;
+    return code >= 0;
 }
 
 void appendUtf16Unit(std::string& text, std::uint16_t unit) {

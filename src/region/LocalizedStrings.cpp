@@ -18,6 +18,8 @@ constexpr char tableName[] = "Localizable.strings";
 constexpr char folderEnding[] = ".lproj";
 constexpr char languageOfKeys[] = "en";
 
+std::string_view keyOf(const std::pair<Text, Text>& entry) { return entry.first.view(); }
+
 struct Placeholder {
     std::size_t length = 0;
     std::size_t number = 0;  ///< counted from 1; 0 takes the next argument
@@ -56,9 +58,10 @@ LocalizedStrings::LocalizedStrings(const std::filesystem::path& resources, std::
     Table texts;
     for (const auto& [key, value] : *table) {
         if (const Text* text = value.as<Text>(); text && !text->empty()) {
-            texts.emplace(key.string(), text->string());
+            texts.emplace_back(key, *text);
         }
     }
+    std::ranges::sort(texts, {}, keyOf);
     if (!texts.empty()) {
         m_table = std::make_shared<const Table>(std::move(texts));
     }
@@ -72,8 +75,9 @@ std::optional<std::string> LocalizedStrings::translation(std::string_view key) c
     if (!m_table) {
         return std::nullopt;
     }
-    const auto entry = m_table->find(key);
-    return entry == m_table->end() ? std::nullopt : std::optional(entry->second);
+    const auto entry = std::ranges::lower_bound(*m_table, key, {}, keyOf);
+    const bool isThere = entry != m_table->end() && keyOf(*entry) == key;
+    return isThere ? std::optional(entry->second.string()) : std::nullopt;
 }
 
 std::string LocalizedStrings::sentence(std::string_view whole, std::initializer_list<std::string_view> arguments,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "values/Text.h"
+
 #include <filesystem>
 #include <initializer_list>
 #include <map>
@@ -7,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kpx {
@@ -36,7 +39,8 @@ public:
                          std::string glued) const;
 
 private:
-    using Table = std::map<std::string, std::string, std::less<>>;
+    /// In the order of the keys.
+    using Table = std::vector<std::pair<Text, Text>>;
 
     std::shared_ptr<const Table> m_table;  ///< null for none
 };

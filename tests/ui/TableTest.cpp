@@ -57,6 +57,21 @@ private Q_SLOTS:
         QCOMPARE(shown(1, 9), QStringLiteral("1,248.50"));
     }
 
+    void titlesAreMeasuredOnceTheyAreSeen() {
+        const auto fits = [](const QTableView& table, int column) {
+            const QString title = table.model()->headerData(column, Qt::Horizontal).toString();
+            return table.horizontalHeader()->sectionSizeHint(column) >= table.fontMetrics().horizontalAdvance(title);
+        };
+        const auto& schedule = *widgetNamed<QTableView>(m_program->window(), "tableViewTab2");
+        QVERIFY(!fits(schedule, 0));
+        m_program->delegate().outlets.theTabView.selectTab(Outlets::scheduleTab);
+        QTRY_VERIFY(schedule.isVisible());
+        for (int column = 0; column < schedule.model()->columnCount(); ++column) {
+            QVERIFY(fits(schedule, column));
+        }
+        QVERIFY(schedule.horizontalHeader()->height() > schedule.fontMetrics().height());
+    }
+
     void aClickOnTheHeaderSortsAndTheNextOneTurnsTheOrder() {
         QHeaderView* header = history()->horizontalHeader();
         const QPoint patient(header->sectionViewportPosition(0) + 20, header->height() / 2);

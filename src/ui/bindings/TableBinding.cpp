@@ -15,18 +15,29 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <memory>
+#include <ranges>
 #include <utility>
 
 namespace kpx {
 
 namespace {
 
-/// Of the program's own words in the column, as they are shown.
+/// Of the program's own words in the column, as they are shown. Those much shorter than the longest are not measured:
+/// letters that the window does not show are looked up for that in their typeface.
 int widestWord(const TableView::Column& column, const QFontMetrics& metrics) {
-    int widest = 0;
+    QStringList words;
     for (const std::string& word : storedWords(column.identifier)) {
-        widest = qMax(widest, metrics.horizontalAdvance(translated(word)));
+        words << translated(word);
+    }
+    const auto lengths = words | std::views::transform(&QString::size);
+    const auto longest = words.isEmpty() ? 0 : std::ranges::max(lengths);
+    int widest = 0;
+    for (const QString& word : words) {
+        if (word.size() * 3 >= longest * 2) {
+            widest = qMax(widest, metrics.horizontalAdvance(word));
+        }
     }
     return widest;
 }

@@ -23,9 +23,9 @@ constexpr int margin = 12;
 }  // namespace
 
 BarChartView::BarChartView(QWidget* parent) : QTableView(parent), m_model(new ChartModel(this)) {
-    QTableView::setModel(m_model);
     horizontalHeader()->hide();
     verticalHeader()->hide();
+    QTableView::setModel(m_model);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSelectionBehavior(SelectRows);

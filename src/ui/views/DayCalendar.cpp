@@ -99,7 +99,6 @@ DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     setVerticalHeaderFormat(NoVerticalHeader);
     // A digit would open a small window to type a date in, above the days; the field is there for that.
     setDateEditEnabled(false);
-    setMinimumSize(smallestSize(*this));
     takeColors();
     writeYearInLatinDigits();
     if (locale().dateFormat(QLocale::LongFormat).startsWith(QLatin1Char('y'))) {
@@ -107,6 +106,10 @@ DayCalendar::DayCalendar(QWidget* parent) : QCalendarWidget(parent) {
     }
     nameParts();
 }
+
+QSize DayCalendar::minimumSizeHint() const { return smallestSize(*this); }
+
+QSize DayCalendar::sizeHint() const { return QCalendarWidget::minimumSizeHint().expandedTo(smallestSize(*this)); }
 
 void DayCalendar::nameParts() {
     const std::pair<const char*, QString> names[] = {{"qt_calendar_prevmonth", tr("Previous month")},

@@ -10,6 +10,8 @@ class DayCalendar : public QCalendarWidget {
 
 public:
     explicit DayCalendar(QWidget* parent = nullptr);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void changeEvent(QEvent* event) override;
