@@ -63,9 +63,7 @@ class Screen:
         self.application = wait_for(self._find_application, "the program on the accessibility bus")
         # Each look is a new one.
         self.application.set_cache_mask(Atspi.Cache.NONE)
-        # The splash goes by itself; the mouse could not reach what lies below.
-        wait_for(self._splash, "the splash")
-        wait_for(lambda: self.window() and not self._splash(), "the window without the splash")
+        wait_for(self._is_started, "the window without the splash")
 
     def _find_application(self):
         if self.process.poll() is not None:
@@ -75,8 +73,13 @@ class Screen:
                 return candidate
         return None
 
-    def _splash(self):
-        return self.look(Atspi.Role.LABEL, "Velmora")
+    def _is_started(self):
+        """The start fills the pop-ups and shows the splash, which goes by itself; the mouse could not reach what lies
+        below. A slow look may well miss it."""
+        window = self.window()
+        shown = [(node.get_role(), node.get_name()) for node in everything(window)] if window else []
+        filled = next((name for role, name in shown if role == Atspi.Role.COMBO_BOX), "")
+        return filled and (Atspi.Role.LABEL, "Velmora") not in shown
 
     def _windows(self):
         return [window for window in children(self.application) if has(window, State.SHOWING)]
