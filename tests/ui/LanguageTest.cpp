@@ -7,6 +7,7 @@
 #include "tests/ui/MadeHousehold.h"
 #include "tests/ui/Waiting.h"
 #include "ui/Application.h"
+#include "ui/preview/PagesView.h"
 #include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DayCalendar.h"
@@ -23,6 +24,7 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTabWidget>
@@ -135,6 +137,23 @@ QImage drawnItem(const QString& text, Qt::LayoutDirection direction) {
     item.textElideMode = Qt::ElideRight;
     item.displayAlignment = (direction == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
     return drawnControl(QStyle::CE_ItemViewItem, item);
+}
+
+/// Where the slider of a scroll bar that lies across begins and ends.
+std::pair<int, int> sliderOf(QScrollBar& bar) {
+    const QImage image = bar.grab().toImage();
+    const double scale = image.devicePixelRatio();
+    const int y = image.height() / 2;
+    const auto isInk = [&](int x) { return image.pixelColor(x, y) != image.pixelColor(image.width() - 1, 0); };
+    int left = 0;
+    int right = image.width() - 1;
+    while (left < right && !isInk(left)) {
+        ++left;
+    }
+    while (right > left && !isInk(right)) {
+        --right;
+    }
+    return {qRound(left / scale), qRound(right / scale)};
 }
 
 QString shownIn(const QTableView& table, const QString& heading) {
@@ -401,6 +420,53 @@ private Q_SLOTS:
         QTRY_COMPARE(qRound(before.secondsSince(day.date()) / secondsPerDay), 1);
         QVERIFY(pressKeys(QStringLiteral("Escape")));
         QTRY_VERIFY(!popover->isVisible());
+    }
+
+    void aScrollBarBeginsWhereReadingDoes() {
+        const MadeLanguage language("ar", "\"&Add\" = \"إضافة\";");
+        const auto program = startWithoutSplash();
+        QVERIFY(program);
+        program->window().resize(program->window().minimumSize());
+        const auto* table = widgetNamed<QTableView>(program->window(), "tableViewTab1");
+        QScrollBar& bar = *table->horizontalScrollBar();
+        QTRY_VERIFY(bar.maximum() > 0);
+        const int first = table->columnViewportPosition(0);
+        const auto [left, right] = sliderOf(bar);
+        QVERIFY(left > bar.width() / 4 && bar.width() - right < 10);
+        // The slider goes with the mouse, and the columns the other way.
+        const QPoint middle((left + right) / 2, bar.height() / 2);
+        constexpr int step = 40;
+        QTest::mousePress(&bar, Qt::LeftButton, {}, middle);
+        QTest::mouseMove(&bar, middle - QPoint(step, 0));
+        QTest::mouseRelease(&bar, Qt::LeftButton, {}, middle - QPoint(step, 0));
+        QVERIFY(bar.value() > 0);
+        QVERIFY(qAbs(sliderOf(bar).first - (left - step)) <= 2);
+        QVERIFY(table->columnViewportPosition(0) > first);
+        // A click beside the slider brings what lies there.
+        const int before = bar.value();
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(bar.width() - 3, bar.height() / 2));
+        QVERIFY(bar.value() < before);
+    }
+
+    void thePageOfThePreviewBeginsAtTheLeft() {
+        const MadeLanguage language("ar", "\"&Add\" = \"إضافة\";");
+        const auto program = startWithoutSplash();
+        QVERIFY(program);
+        program->delegate().outlets.theTabView.selectTab(3);
+        program->delegate().outlets.reportsTab4.userClick(4, true);
+        program->delegate().outlets.printBtnTab4.userClick();
+        PreviewWindow& preview = *program->ports().preview.windows().front();
+        QTRY_VERIFY(preview.isVisible());
+        auto* pages = preview.findChild<PagesView*>();
+        QVERIFY(pages);
+        for (int step = 0; step < 6; ++step) {
+            pages->zoomIn();
+        }
+        QScrollBar& bar = *pages->horizontalScrollBar();
+        QTRY_VERIFY(bar.maximum() > 0 && bar.isVisible());
+        bar.setValue(0);
+        QVERIFY(sliderOf(bar).first < 10);
+        preview.close();
     }
 
     void aLanguageReadFromTheRightMirrorsTheWindow() {

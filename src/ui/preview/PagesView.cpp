@@ -34,6 +34,8 @@ PagesView::PagesView(Document document, const QPageLayout& layout, QWidget* pare
     setFrameShape(QFrame::NoFrame);
     viewport()->setBackgroundRole(QPalette::Window);
     viewport()->setCursor(Qt::IBeamCursor);
+    // A page has its beginning at the left whichever way the window is read.
+    horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
     setAccessibleName(tr("Pages"));
     installAccessiblePages();
 }

@@ -218,7 +218,7 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         return;
     }
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar) {
-        drawScrollBar(*bar, scrollBarSlider(*bar), *painter);
+        drawScrollBar(*bar, scrollBarPart(*bar, SC_ScrollBarSlider), *painter);
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);

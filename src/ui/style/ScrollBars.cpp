@@ -11,9 +11,8 @@ namespace {
 
 constexpr int shortestSlider = 32;
 
-}  // namespace
-
-QRect scrollBarSlider(const QStyleOptionSlider& bar) {
+/// As in a window read from the left.
+QRect unmirroredSlider(const QStyleOptionSlider& bar) {
     const bool horizontal = bar.orientation == Qt::Horizontal;
     const int length = horizontal ? bar.rect.width() : bar.rect.height();
     const qint64 range = qint64{bar.maximum} - bar.minimum;
@@ -28,8 +27,8 @@ QRect scrollBarSlider(const QStyleOptionSlider& bar) {
                       : QRect(bar.rect.left(), bar.rect.top() + start, bar.rect.width(), slider);
 }
 
-QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
-    const QRect slider = scrollBarSlider(bar);
+QRect unmirroredPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
+    const QRect slider = unmirroredSlider(bar);
     const bool horizontal = bar.orientation == Qt::Horizontal;
     QRect rest = bar.rect;
     switch (part) {
@@ -46,6 +45,12 @@ QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
         default:
             return {};
     }
+}
+
+}  // namespace
+
+QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
+    return QStyle::visualRect(bar.direction, bar.rect, unmirroredPart(bar, part));
 }
 
 void drawScrollBar(const QStyleOptionSlider& bar, const QRect& slider, QPainter& painter) {
