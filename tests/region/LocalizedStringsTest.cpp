@@ -13,6 +13,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Of plain letters, with the mark of its order in front.
+std::string inUtf16(std::string_view letters) {
+    std::string bytes = "\xFF\xFE";
+    for (const char letter : letters) {
+        bytes += letter;
+        bytes += '\0';
+    }
+    return bytes;
+}
+
 TEST(LocalizedStrings, StandInEnglishWhereNoTableCanBeRead) {
     struct Row {
         const char* name;
@@ -22,6 +32,19 @@ TEST(LocalizedStrings, StandInEnglishWhereNoTableCanBeRead) {
     const std::vector<Row> rows = {
         {"a table", [](const fs::path& table) { writeFile(table, "\"All\" = \"Alle\";"); }, "Alle"},
         {"none", [](const fs::path&) {}, "All"},
+        {"one in UTF-16", [](const fs::path& table) { writeFile(table, inUtf16("\"All\" = \"Alle\";")); }, "Alle"},
+        {"one with a mark in front",
+         [](const fs::path& table) { writeFile(table, "\xEF\xBB\xBF\"All\" = \"Alle\";\r\n"); }, "Alle"},
+        {"a text twice", [](const fs::path& table) { writeFile(table, "\"All\" = \"Ganz\"; \"All\" = \"Alle\";"); },
+         "Alle"},
+        {"a comment that never ends", [](const fs::path& table) { writeFile(table, "\"All\" = \"Alle\"; /* so"); },
+         "All"},
+        {"the wide blank of Japanese between entries",
+         [](const fs::path& table) { writeFile(table, "\"All\" = \"Alle\";\n\u3000\"a\" = \"b\";"); }, "All"},
+        {"a wrong escape", [](const fs::path& table) { writeFile(table, "\"All\" = \"Alle\"; \"a\" = \"\\Uxy\";"); },
+         "All"},
+        {"one in Latin-1", [](const fs::path& table) { writeFile(table, "\"All\" = \"Alle\"; \"a\" = \"\xE9\";"); },
+         "All"},
         {"a damaged one", [](const fs::path& table) { writeFile(table, "\"All\" = \"Al"); }, "All"},
         {"a folder", [](const fs::path& table) { fs::create_directory(table); }, "All"},
         {"a pipe", [](const fs::path& table) { mkfifo(table.c_str(), S_IRWXU); }, "All"},
