@@ -37,6 +37,12 @@ TEST(Region, CanonicalisesLocaleNames) {
         {"sr_RS.UTF-8@latin", "sr_Latn_RS", "sr"},
         {"sr_RS@latin", "sr_Latn_RS", "sr"},
         {"sv", "sv", "sv"},
+        {"iw_IL", "he_IL", "he"},
+        {"no_NO", "nb_NO", "nb"},
+        {"en_UK", "en_GB", "en"},
+        {"sr_CS", "sr_RS", "sr"},
+        {"de_AT", "de_AT", "de"},
+        {"es_419", "es_419", "es"},
         {"%$&", "en_US", "en"},
     };
     for (const Row& row : rows) {
