@@ -38,7 +38,7 @@ TEST(Region, CanonicalisesLocaleNames) {
         {"sr_RS@latin", "sr_Latn_RS", "sr"},
         {"sv", "sv", "sv"},
         {"iw_IL", "he_IL", "he"},
-        {"no_NO", "nb_NO", "nb"},
+        {"no_NO", "no_NO", "no"},
         {"en_UK", "en_GB", "en"},
         {"sr_CS", "sr_RS", "sr"},
         {"de_AT", "de_AT", "de"},
