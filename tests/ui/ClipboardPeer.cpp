@@ -22,9 +22,9 @@ protected:
             clipboard.setText(m_text);
             tell(QStringLiteral("copied"));
         } else if (event->matches(QKeySequence::Paste)) {
-            const QMimeData* data = clipboard.mimeData();
-            tell(encoded(data ? data->text() : QString()));
-            tell(encoded(data ? data->html() : QString()));
+            const QMimeData* held = clipboard.mimeData();
+            tell(encoded(held ? held->text() : QString()));
+            tell(encoded(held ? held->html() : QString()));
         }
     }
 
