@@ -11,6 +11,7 @@
 #include "ui/preview/PreviewWindow.h"
 #include "ui/views/AlertBox.h"
 #include "ui/views/DayCalendar.h"
+#include "ui/views/EmptyState.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -137,6 +138,22 @@ QImage drawnItem(const QString& text, Qt::LayoutDirection direction) {
     item.textElideMode = Qt::ElideRight;
     item.displayAlignment = (direction == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
     return drawnControl(QStyle::CE_ItemViewItem, item);
+}
+
+/// The colours in the drawing of an empty list, whose heading is a filled square.
+std::set<QRgb> inksOfEmptyState() {
+    QImage image(200, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    drawEmptyState(painter, image.rect(), QGuiApplication::palette(), QGuiApplication::font(), QStringLiteral("■"),
+                   QString());
+    std::set<QRgb> inks;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            inks.insert(image.pixel(x, y));
+        }
+    }
+    return inks;
 }
 
 /// Where the slider of a scroll bar that lies across begins and ends.
@@ -311,6 +328,13 @@ private Q_SLOTS:
             QCOMPARE(heading->foregroundRole(), bold ? QPalette::WindowText : QPalette::Highlight);
         }
         QVERIFY(!widgetNamed<QLabel>(program.window(), "labelPatientPopTab1")->font().bold());
+        Alert alert;
+        alert.messageText = "heading";
+        const AlertBox box(alert, &program.window());
+        const auto* message = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        QCOMPARE(message->font().bold(), bold);
+        QCOMPARE(message->foregroundRole(), bold ? QPalette::WindowText : QPalette::Highlight);
+        QCOMPARE(inksOfEmptyState().contains(QGuiApplication::palette().color(QPalette::Highlight).rgb()), !bold);
     }
 
     void aToolBarShowsNoLettersInBrackets() {

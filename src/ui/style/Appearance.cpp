@@ -23,9 +23,7 @@ void callFontByItsName() {
     }
 }
 
-bool isWrittenInIdeographs(std::string_view languageCode) {
-    return languageCode.starts_with("ja") || languageCode.starts_with("zh");
-}
+bool isWrittenInIdeographs(std::string_view languageCode) { return languageCode == "ja" || languageCode == "zh"; }
 
 }  // namespace
 

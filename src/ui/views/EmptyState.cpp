@@ -22,7 +22,7 @@ void drawEmptyState(QPainter& painter, const QRect& area, const QPalette& palett
     const int left = area.center().x() - width / 2;
 
     painter.setFont(titleFont);
-    painter.setPen(palette.color(QPalette::Text));
+    painter.setPen(palette.color(headingColor()));
     painter.drawText(QRect(left, top, width, titleHeight), Qt::AlignHCenter | Qt::TextWordWrap, title);
     painter.setFont(font);
     painter.setPen(palette.color(QPalette::PlaceholderText));
