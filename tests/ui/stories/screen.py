@@ -74,12 +74,12 @@ class Screen:
         return None
 
     def _is_started(self):
-        """The start fills the pop-ups and shows the splash, which goes by itself; the mouse could not reach what lies
-        below. A slow look may well miss it."""
+        """The start shows the splash and fills the pop-ups. The splash goes by itself, which a slow look may well miss;
+        the mouse could not reach what lies below. Only a look that begins once they are filled is sure to see it."""
         window = self.window()
-        shown = [(node.get_role(), node.get_name()) for node in everything(window)] if window else []
-        filled = next((name for role, name in shown if role == Atspi.Role.COMBO_BOX), "")
-        return filled and (Atspi.Role.LABEL, "Velmora") not in shown
+        shown = everything(window) if window else ()
+        filled = next((node.get_name() for node in shown if node.get_role() == Atspi.Role.COMBO_BOX), "")
+        return filled and not self.look(Atspi.Role.LABEL, "Velmora")
 
     def _windows(self):
         return [window for window in children(self.application) if has(window, State.SHOWING)]
