@@ -161,6 +161,7 @@ def withdraw_a_reminder(hand, screen):
     hand.press("Close")
     screen.titled("Velmora")
     hand.choose_from_menu("Reminders", "Every Refill", "3 Days Before")
+    wait_for(lambda: reminders_in(screen.folder), "the reminder of every refill")
 
 
 def costs(hand, screen):
@@ -212,14 +213,18 @@ def content_of(path):
             for fill in plistlib.loads(path.read_bytes())]
 
 
-def files_of(folder):
-    """The data files by their names, and what the reminders hold, whose names are their times and states. What else lies
-    beside them is the agent's, which comes and goes when it likes."""
+def reminders_in(folder):
+    """What the reminders hold, whose names are their times and states. What else lies beside them is the agent's, which
+    comes and goes when it likes, or on its way to be one."""
     schedule = folder / "state" / "Velmora" / "reminders"
-    reminders = [path.read_bytes() for path in sorted(schedule.glob("*.*.*.*"))]
+    return [path.read_bytes() for path in sorted(schedule.glob("[!.]*.*.*.*"))]
+
+
+def files_of(folder):
+    """The data files by their names, and the reminders."""
     data = {path.name: content_of(path) for path in sorted((folder / "Velmora").iterdir())
             if path.is_file() and path.name != RECEIPT}
-    return data | {"the reminders": reminders}
+    return data | {"the reminders": reminders_in(folder)}
 
 
 def live(program, way, folder):
