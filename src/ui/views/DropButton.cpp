@@ -16,7 +16,17 @@ namespace {
 constexpr int inset = 8;
 
 /// The drawn piece of paper, above the words.
-QRectF sheetIn(const QRect& area) { return {area.center().x() - 13.0, area.center().y() - 40.0, 26, 34}; }
+/// The outline of a till receipt: a sheet with a torn lower edge.
+void drawSheet(QPainter& painter, const QRectF& sheet) {
+    QPolygonF outline{sheet.topLeft(), sheet.topRight()};
+    constexpr int teeth = 4;
+    for (int tooth = 0; tooth <= 2 * teeth; ++tooth) {
+        const double x = sheet.right() - sheet.width() * tooth / (2.0 * teeth);
+        outline << QPointF(x, sheet.bottom() - (tooth % 2 == 0 ? 0 : 4));
+    }
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(outline);
+}
 
 /// A button that has a menu too; the toolkit's own has no act for one that comes by a right click.
 class AccessibleDrop : public QAccessibleWidget {
@@ -85,9 +95,23 @@ void DropButton::contextMenuEvent(QContextMenuEvent* event) {
 
 QSize DropButton::sizeHint() const { return {136, 136}; }
 
+QRectF DropButton::sheet() const {
+    constexpr QSizeF size(26, 34);
+    const QRectF area = rect().adjusted(inset, inset, -inset, -inset);
+    const double usual = area.center().y() - 40;
+    if (m_problem != Problem::None) {
+        return {QPointF(area.center().x() - size.width() / 2, usual), size};
+    }
+    const QRect words = fontMetrics().boundingRect(area.toRect(), Qt::AlignHCenter | Qt::TextWordWrap, text());
+    const double top = qMin(usual, area.bottom() - words.height() - inset - size.height());
+    return top < area.top() ? QRectF() : QRectF(QPointF(area.center().x() - size.width() / 2, top), size);
+}
+
 QRect DropButton::textArea() const {
     QRect area = rect().adjusted(inset, inset, -inset, -inset);
-    area.setTop(qRound(sheetIn(area).bottom()) + inset);
+    if (const QRectF above = sheet(); !above.isNull()) {
+        area.setTop(qRound(above.bottom()) + inset);
+    }
     return area;
 }
 
@@ -107,7 +131,7 @@ void DropButton::paintEvent(QPaintEvent*) {
     const QRect area = rect().adjusted(inset, inset, -inset, -inset);
     if (m_picture.isNull() || m_problem != Problem::None) {
         if (!m_expectsPicture || m_problem != Problem::None) {
-            drawPaper(painter, area);
+            drawPaper(painter);
         }
     } else {
         QRect target(QPoint(), m_picture.size().scaled(area.size(), Qt::KeepAspectRatio));
@@ -119,20 +143,13 @@ void DropButton::paintEvent(QPaintEvent*) {
     }
 }
 
-void DropButton::drawPaper(QPainter& painter, const QRect& area) {
+void DropButton::drawPaper(QPainter& painter) const {
     const QColor ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText);
-    // The outline of a till receipt: a sheet with a torn lower edge and three lines.
-    const QRectF sheet = sheetIn(area);
-    QPolygonF outline{sheet.topLeft(), sheet.topRight()};
-    constexpr int teeth = 4;
-    for (int tooth = 0; tooth <= 2 * teeth; ++tooth) {
-        const double x = sheet.right() - sheet.width() * tooth / (2.0 * teeth);
-        outline << QPointF(x, sheet.bottom() - (tooth % 2 == 0 ? 0 : 4));
+    if (const QRectF paper = sheet(); !paper.isNull()) {
+        painter.setPen(QPen(ink, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        drawSheet(painter, paper);
+        drawMark(painter, paper);
     }
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(ink, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolygon(outline);
-    drawMark(painter, sheet);
     painter.setPen(m_problem == Problem::None ? ink : palette().color(QPalette::Text));
     QTextOption lines(Qt::AlignHCenter);
     lines.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -41,7 +41,9 @@ protected:
 
 private:
     /// A sheet of paper and words below it: the invitation, or what is wrong.
-    void drawPaper(QPainter& painter, const QRect& area);
+    void drawPaper(QPainter& painter) const;
+    /// Null where large words leave it no room.
+    QRectF sheet() const;
     void drawMark(QPainter& painter, const QRectF& sheet) const;
 
     Problem m_problem = Problem::None;

@@ -13,10 +13,9 @@ constexpr int gap = 8;
 
 }  // namespace
 
-StepMark::StepMark(QWidget* parent) : QLabel(parent) {
-    setIndent(discSize + gap);
-    setMinimumHeight(discSize + 2);
-}
+StepMark::StepMark(QWidget* parent) : QLabel(parent) { setIndent(discSize + gap); }
+
+QSize StepMark::sizeHint() const { return QLabel::sizeHint().expandedTo(QSize(0, discSize + 2)); }
 
 void StepMark::setNumber(int number) {
     m_number = number;

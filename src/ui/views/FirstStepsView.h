@@ -20,6 +20,7 @@ public:
     bool isDone() const { return m_done; }
     void setDone(bool done);
 
+    QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:

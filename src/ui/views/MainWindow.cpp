@@ -43,8 +43,9 @@ void makeRoomForDigits(const QWidget& page) {
     for (QLineEdit* field : page.findChildren<QLineEdit*>()) {
         const int digits = field->property("digits").toInt();
         const int needed = field->fontMetrics().horizontalAdvance(QString(digits, QLatin1Char('0'))) + margins;
-        if (digits > 0 && needed > field->maximumWidth()) {
-            field->setFixedWidth(needed);
+        if (digits > 0) {
+            field->setMinimumWidth(qMax(needed, field->minimumWidth()));
+            field->setMaximumWidth(qMax(needed, field->maximumWidth()));
         }
     }
 }
