@@ -145,7 +145,7 @@ public:
 
     // ---- Alerts
 
-    /// A one-button message on the window or sheet of that name: the title string is the heading.
+    /// A one-button message on the window or sheet of that name: the title string is the bold line.
     void doSheetAlert(const std::string& window, const std::string& errorString, const std::string& titleString);
     static Alert copySheetAlertWithErrorString(const std::string& errorString, const std::string& titleString,
                                                const std::string& okBtnTitle, const std::string& canBtnTitle,

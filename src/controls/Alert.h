@@ -22,7 +22,7 @@ struct AlertButton {
 
 /// A message to the user. The first button is the default one.
 struct Alert {
-    std::string messageText;      ///< the first line, a heading
+    std::string messageText;      ///< the bold first line
     std::string shownMessage;     ///< what a window shows of it where it quotes too much; empty for all of it
     std::string informativeText;  ///< the body, may be empty
     AlertStyle style = AlertStyle::Warning;

@@ -8,7 +8,8 @@ class QWidget;
 namespace kpx {
 
 // Headings are bold. In Chinese and Japanese they have the colour of what is chosen instead: small characters of many
-// strokes fill up in bold, and the typeface that only a few headings need takes a twentieth of the window's start.
+// strokes fill up in bold, and the typeface that only a few headings need takes a twentieth of the window's start. The
+// first line of an alert is bold in every language.
 
 QFont headingFont(QFont font);
 QPalette::ColorRole headingColor();

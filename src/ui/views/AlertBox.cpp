@@ -1,7 +1,6 @@
 #include "ui/views/AlertBox.h"
 
 #include "ui/Conversions.h"
-#include "ui/style/Headings.h"
 #include "ui/views/LongNames.h"
 
 #include <QGridLayout>
@@ -53,8 +52,9 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent), m
     m_informativeText = lines(alert.informativeText);
     setInformativeText(m_informativeText);
     if (auto* message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-        message->setFont(headingFont(message->font()));
-        message->setForegroundRole(headingColor());
+        QFont bold = message->font();
+        bold.setBold(true);
+        message->setFont(bold);
     }
     if (auto* body = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         // The box applies its text format to the message only, and a drug's name is not markup.
