@@ -166,7 +166,8 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
             }
             break;
         case CE_ItemViewItem:
-            if (const auto* shown = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+            if (const auto* shown = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+                shown && shown->direction == Qt::RightToLeft) {
                 QStyleOptionViewItem item(*shown);
                 item.text = inItsOwnDirection(item.text, item.direction);
                 QProxyStyle::drawControl(element, &item, painter, widget);
@@ -176,7 +177,7 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
         case CE_MenuItem:
             // "Ctrl+?" behind its tab.
             if (const auto* shown = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-                shown && shown->text.contains(QLatin1Char('\t'))) {
+                shown && shown->direction == Qt::RightToLeft && shown->text.contains(QLatin1Char('\t'))) {
                 QStyleOptionMenuItem item(*shown);
                 const auto keys = item.text.indexOf(QLatin1Char('\t')) + 1;
                 item.text.replace(keys, item.text.size(), inItsOwnDirection(item.text.mid(keys), item.direction));
@@ -304,6 +305,17 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 
 QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                   const QWidget* widget) const {
+    if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option); header && widget) {
+        // Titles are measured as they are drawn, where the toolkit has them in bold; and those that nobody sees yet not
+        // at all. Either would have the window wait for letters that it does not show.
+        QStyleOptionHeader drawn(*header);
+        drawn.fontMetrics = widget->fontMetrics();
+        if (!widget->isVisible()) {
+            drawn.text.clear();
+        }
+        const QSize title = QProxyStyle::sizeFromContents(type, &drawn, size, widget);
+        return title.expandedTo(QSize(0, fieldHeight));
+    }
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     switch (type) {
         case CT_PushButton:
@@ -317,9 +329,6 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             break;
         case CT_ToolButton:
             result = result.boundedTo(QSize(result.width(), heightOfField(option)));
-            break;
-        case CT_HeaderSection:
-            result.setHeight(qMax(result.height(), fieldHeight));
             break;
         case CT_CheckBox:
         case CT_RadioButton:

@@ -22,25 +22,6 @@ QAccessibleInterface* accessibleTable(const QString&, QObject* object) {
     return view ? new AccessibleTable(*view, view->acts()) : nullptr;
 }
 
-/// Measures the titles as they are drawn, where the toolkit measures them in bold; and those of a table that nobody
-/// sees yet not at all. Either would have the window wait for letters that it does not show.
-class TableHeader : public QHeaderView {
-public:
-    explicit TableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
-
-protected:
-    QSize sectionSizeFromContents(int column) const override {
-        QStyleOptionHeader option;
-        initStyleOption(&option);
-        option.section = column;
-        if (isVisible()) {
-            option.text = model()->headerData(column, Qt::Horizontal).toString();
-        }
-        option.sortIndicator = QStyleOptionHeader::SortDown;
-        return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
-    }
-};
-
 struct ShownColumn {
     int index = 0;
     int width = 0;
@@ -87,9 +68,7 @@ RecordTableView::RecordTableView(QWidget* parent) : QTableView(parent) {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
-    auto* header = new TableHeader(this);
-    setHorizontalHeader(header);
-    header->setSectionsClickable(true);
+    QHeaderView* header = horizontalHeader();
     header->setSectionsMovable(true);
     header->setHighlightSections(false);
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
