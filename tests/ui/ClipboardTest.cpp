@@ -61,7 +61,6 @@ private Q_SLOTS:
         writeSmallHousehold();
         m_program = startWithoutSplash();
         QVERIFY(m_program);
-        QVERIFY(waitUntilActive(&m_program->window()));
     }
     void cleanup() { m_program.reset(); }
 

@@ -15,9 +15,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
-#include <algorithm>
 #include <memory>
-#include <ranges>
 #include <utility>
 
 namespace kpx {
@@ -28,11 +26,11 @@ namespace {
 /// letters that the window does not show are looked up for that in their typeface.
 int widestWord(const TableView::Column& column, const QFontMetrics& metrics) {
     QStringList words;
+    qsizetype longest = 0;
     for (const std::string& word : storedWords(column.identifier)) {
         words << translated(word);
+        longest = qMax(longest, words.constLast().size());
     }
-    const auto lengths = words | std::views::transform(&QString::size);
-    const auto longest = words.isEmpty() ? 0 : std::ranges::max(lengths);
     int widest = 0;
     for (const QString& word : words) {
         if (word.size() * 3 >= longest * 2) {

@@ -23,11 +23,15 @@ QFont headingFont(QFont font) {
 
 QPalette::ColorRole headingColor() { return areBold() ? QPalette::WindowText : QPalette::Highlight; }
 
+void makeHeading(QLabel& label) {
+    label.setFont(headingFont(label.font()));
+    label.setForegroundRole(headingColor());
+}
+
 void showHeadings(const QWidget& form) {
     for (QLabel* label : form.findChildren<QLabel*>()) {
         if (label->property("heading").toBool()) {
-            label->setFont(headingFont(label->font()));
-            label->setForegroundRole(headingColor());
+            makeHeading(*label);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QPalette>
 
+class QLabel;
 class QWidget;
 
 namespace kpx {
@@ -14,6 +15,7 @@ namespace kpx {
 QFont headingFont(QFont font);
 QPalette::ColorRole headingColor();
 
+void makeHeading(QLabel& label);
 /// Makes headings of those labels in the form that have the property "heading". Before the form is laid out.
 void showHeadings(const QWidget& form);
 

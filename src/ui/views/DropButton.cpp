@@ -15,7 +15,6 @@ namespace {
 
 constexpr int inset = 8;
 
-/// The drawn piece of paper, above the words.
 /// The outline of a till receipt: a sheet with a torn lower edge.
 void drawSheet(QPainter& painter, const QRectF& sheet) {
     QPolygonF outline{sheet.topLeft(), sheet.topRight()};
@@ -96,15 +95,14 @@ void DropButton::contextMenuEvent(QContextMenuEvent* event) {
 QSize DropButton::sizeHint() const { return {136, 136}; }
 
 QRectF DropButton::sheet() const {
-    constexpr QSizeF size(26, 34);
-    const QRectF area = rect().adjusted(inset, inset, -inset, -inset);
-    const double usual = area.center().y() - 40;
-    if (m_problem != Problem::None) {
-        return {QPointF(area.center().x() - size.width() / 2, usual), size};
+    constexpr QSize size(26, 34);
+    const QRect area = rect().adjusted(inset, inset, -inset, -inset);
+    int top = area.center().y() - 40;
+    if (m_problem == Problem::None) {
+        const QRect words = fontMetrics().boundingRect(area, Qt::AlignHCenter | Qt::TextWordWrap, text());
+        top = qMin(top, area.bottom() - words.height() - inset - size.height());
     }
-    const QRect words = fontMetrics().boundingRect(area.toRect(), Qt::AlignHCenter | Qt::TextWordWrap, text());
-    const double top = qMin(usual, area.bottom() - words.height() - inset - size.height());
-    return top < area.top() ? QRectF() : QRectF(QPointF(area.center().x() - size.width() / 2, top), size);
+    return top < area.top() ? QRectF() : QRectF(QPoint(area.center().x() - size.width() / 2, top), size);
 }
 
 QRect DropButton::textArea() const {

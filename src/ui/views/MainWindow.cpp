@@ -41,9 +41,8 @@ namespace {
 void makeRoomForDigits(const QWidget& page) {
     constexpr int margins = 20;
     for (QLineEdit* field : page.findChildren<QLineEdit*>()) {
-        const int digits = field->property("digits").toInt();
-        const int needed = field->fontMetrics().horizontalAdvance(QString(digits, QLatin1Char('0'))) + margins;
-        if (digits > 0) {
+        if (const int digits = field->property("digits").toInt(); digits > 0) {
+            const int needed = field->fontMetrics().horizontalAdvance(QString(digits, QLatin1Char('0'))) + margins;
             field->setMinimumWidth(qMax(needed, field->minimumWidth()));
             field->setMaximumWidth(qMax(needed, field->maximumWidth()));
         }

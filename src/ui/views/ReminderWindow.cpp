@@ -58,8 +58,7 @@ ReminderWindow::ReminderWindow(const QString& title, QString text) : QDialog(nul
     setAccessibleName(title);
     setAccessibleDescription(text);
     QLabel* heading = plainLabel(title, QStringLiteral("reminderTitle"));
-    heading->setFont(headingFont(heading->font()));
-    heading->setForegroundRole(headingColor());
+    makeHeading(*heading);
     auto* buttons = new QDialogButtonBox;
     auto* show = buttons->addButton(tr("&Show"), QDialogButtonBox::AcceptRole);
     auto* later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
