@@ -35,6 +35,22 @@ const QString madeUp = QStringLiteral("qps");
 
 QDir resources() { return QDir(qstring(QtBundle().resources().string())); }
 
+/// All that have a folder.
+QStringList languages() {
+    QStringList codes = resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs);
+    for (QString& code : codes) {
+        code = code.section(QLatin1Char('.'), 0, 0);
+    }
+    return codes;
+}
+
+void addRows(const QStringList& languages) {
+    QTest::addColumn<QString>("language");
+    for (const QString& language : languages) {
+        QTest::newRow(qPrintable(language)) << language;
+    }
+}
+
 std::filesystem::path tableOf(const QString& language) {
     return QtBundle().resources() / (language + QStringLiteral(".lproj")).toStdString() / "Localizable.strings";
 }
@@ -97,24 +113,14 @@ private Q_SLOTS:
         speak(QStringLiteral("en"));
     }
 
-    void nothingIsCut_data() {
-        QTest::addColumn<QString>("language");
-        for (const QString& folder : resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs)) {
-            QTest::newRow(qPrintable(folder)) << folder.section(QLatin1Char('.'), 0, 0);
-        }
-    }
+    void nothingIsCut_data() { addRows(languages()); }
     void nothingIsCut() {
         QFETCH(QString, language);
         lookAtAllIn(language);
     }
 
     /// As large as a desktop's large text.
-    void nothingIsCutInLargeText_data() {
-        QTest::addColumn<QString>("language");
-        for (const QString& folder : resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs)) {
-            QTest::newRow(qPrintable(folder)) << folder.section(QLatin1Char('.'), 0, 0);
-        }
-    }
+    void nothingIsCutInLargeText_data() { addRows(languages()); }
     void nothingIsCutInLargeText() {
         QFETCH(QString, language);
         QFont large = m_usualFont;
@@ -126,13 +132,9 @@ private Q_SLOTS:
 
     /// In the smallest window, in text of ten points, which many desktops have.
     void noTabScrollsSideways_data() {
-        QTest::addColumn<QString>("language");
-        for (const QString& folder : resources().entryList({QStringLiteral("*.lproj")}, QDir::Dirs)) {
-            const QString language = folder.section(QLatin1Char('.'), 0, 0);
-            if (language != madeUp) {
-                QTest::newRow(qPrintable(folder)) << language;
-            }
-        }
+        QStringList ours = languages();
+        ours.removeOne(madeUp);
+        addRows(ours);
     }
     void noTabScrollsSideways() {
         QFETCH(QString, language);
